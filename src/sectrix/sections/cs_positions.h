@@ -1,0 +1,117 @@
+#pragma once
+
+#include "sectrix/foundation/export.h"
+#include "sectrix/foundation/value_types.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+/// \file
+/// The points of a set of sections: one point, and the pool of them all.
+
+namespace qel::Sectrix {
+
+/// A 2D point with an optional name.
+class SECTRIX_EXPORT CSPosition {
+public:
+    /// The point (0, 0) without a name.
+    CSPosition() = default;
+    /// A point without a name.
+    explicit CSPosition(Vec<2, double> const& position);
+    CSPosition(std::string const& name, Vec<2, double> const& position);
+    CSPosition(CSPosition const& other) = default;
+    /// Takes the name over and leaves `other` without one; `other` keeps its point.
+    CSPosition(CSPosition&& other) noexcept;
+    CSPosition& operator=(CSPosition const& other) = default;
+    /// Takes the name over and leaves `other` without one; `other` keeps its point.
+    CSPosition& operator=(CSPosition&& other) noexcept;
+
+    /// The name, empty for an unnamed position. A change made here does not reach the name index of a pool.
+    std::string const& Name() const { return m_name; }
+    std::string& Name() { return m_name; }
+    /// Element 0 is the horizontal x, to the right; element 1 is the vertical y, upward.
+    Vec<2, double> const& Position() const { return m_position; }
+    Vec<2, double>& Position() { return m_position; }
+
+private:
+    Vec<2, double> m_position;
+    /// Empty for an unnamed position.
+    std::string m_name;
+};
+
+/// The pool: an ordered list of positions, and an index from names to places in it.
+///
+/// A position is known by its index, its place in the list counted from 0. Names need not be unique: the name index
+/// knows only the position added last under a name. Loops and sections refer to a pool and are not known to it; the
+/// pool must outlive them.
+class SECTRIX_EXPORT CSPositions {
+public:
+    CSPositions() = default;
+    CSPositions(CSPositions const& other) = default;
+    /// Takes all over and leaves `other` an empty pool, ready for use.
+    CSPositions(CSPositions&& other) noexcept;
+    /// Copies list and name index. When memory runs out the pool keeps what it had.
+    CSPositions& operator=(CSPositions const& other);
+    /// Takes all over and leaves `other` an empty pool, ready for use.
+    CSPositions& operator=(CSPositions&& other) noexcept;
+
+    /// Appends an unnamed position and returns its index.
+    int AddPosition(Vec<2, double> const& position);
+    /// Appends a position and returns its index. Nothing is merged or replaced: a position that bears the name
+    /// already stays, and is from then on found by its index only. An empty name makes an unnamed position.
+    int AddPosition(std::string const& name, Vec<2, double> const& position);
+
+    /// The position added last under `name`, with `found` true; else a shared sentinel, a position at (0, 0)
+    /// without a name, with `found` false. The empty name is never found. Costs a walk down the name index.
+    ///
+    /// Look at `found` before writing through the result: what is written into the sentinel, every pool shows.
+    CSPosition& GetPosition(std::string const& name, bool& found);
+    CSPosition const& GetPosition(std::string const& name, bool& found) const;
+    /// The position at `index`, with `found` true; else the sentinel, with `found` false. A negative `int` widened
+    /// to 64 bits is not found.
+    CSPosition& GetPosition(std::uint64_t index, bool& found);
+    CSPosition const& GetPosition(std::uint64_t index, bool& found) const;
+
+    /// Removes one position; an index that is not in the pool does nothing.
+    ///
+    /// The positions behind it move one place forward, and neither the name index nor any loop follows them: all
+    /// stays consistent only when the last position is removed. The name of the removed position leaves the name
+    /// index, whichever position it stood for.
+    void RemovePosition(std::uint64_t index);
+
+    /// Makes room for `count` positions in all; does nothing when there is as much already.
+    void Reserve(std::uint64_t count);
+
+    /// The number of positions, named or not.
+    int Count() const { return static_cast<int>(m_positions.size()); }
+    /// The number of distinct names in the name index.
+    int NamedCount() const { return static_cast<int>(m_nameIndex.size()); }
+
+    /// The box around all positions, used by a loop or not, worked out anew at each call; empty for an empty pool.
+    qel::BBox<2, double> BBox() const;
+
+    /// Maps every position as the row vector (x, y, 1) times `matrix`, divided by the third component of the
+    /// product. That component is not tested: where it is 0 the coordinates become infinite or not a number. Names
+    /// stay.
+    void Transform(Mat<3, double> const& matrix);
+
+    /// The same as `operator=`.
+    void SetPositions(CSPositions const& other);
+
+private:
+    friend class Loop;
+    friend class CrossSection;
+
+    /// What a failed look-up returns.
+    static CSPosition m_invalidPosition;
+
+    /// Named and unnamed positions in one list, in the order in which they were added.
+    std::vector<CSPosition> m_positions;
+    /// From a name, never empty, to the index that the position added last under it was given. After a removal an
+    /// entry may point past the end of the list, so a look-up tests it.
+    std::map<std::string, std::uint64_t> m_nameIndex;
+};
+
+} // namespace qel::Sectrix
