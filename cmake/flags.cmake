@@ -29,7 +29,7 @@ function(sectrix_library name)
     if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
         # Keeps what the compiler instantiates from the standard library out of the export list.
         target_link_options(${name} PRIVATE
-            LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map LINKER:--no-undefined-version)
+            LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
         set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     endif()
 endfunction()

@@ -103,6 +103,13 @@ public:
 private:
     friend class Loop;
     friend class CrossSection;
+    friend class CrossSections;
+
+    /// The position at `index`, null when it is not in the pool.
+    CSPosition const* Find(int index) const {
+        auto const place = static_cast<std::uint64_t>(std::int64_t{index});
+        return place < m_positions.size() ? &m_positions[place] : nullptr;
+    }
 
     /// What a failed look-up returns.
     static CSPosition m_invalidPosition;

@@ -124,8 +124,6 @@ private:
     friend class CrossSection;
 
     bool HasPlace(int place) const { return place >= 0 && static_cast<std::size_t>(place) < m_vertices.size(); }
-    /// The position of a vertex, null when its index is not in the pool.
-    CSPosition const* Find(Vertex const& vertex) const;
     /// Marks the list as changed.
     void Touch() { m_leftMost = -1; }
     /// Binds the loop to another pool, in which its indices have the same meaning.

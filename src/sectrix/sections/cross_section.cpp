@@ -1,0 +1,102 @@
+#include "sectrix/sections/cross_section.h"
+#include "sectrix/foundation/strict_arithmetic.h"
+
+namespace qel::Sectrix {
+
+CrossSection::CrossSection() : m_positions(&m_emptyPositions) {}
+
+CrossSection::CrossSection(CSPositions& pool, bool fill) : m_exteriorLoop(pool, fill), m_positions(&pool) {}
+
+CrossSection::CrossSection(CrossSection const& other, CSPositions& pool)
+    : m_assemblyPartName(other.m_assemblyPartName), m_exteriorLoop(other.m_exteriorLoop, pool), m_positions(&pool) {
+    auto const rebind = [&pool](std::vector<Loop> const& loops, std::vector<Loop>& copies) {
+        copies.reserve(loops.size());
+        for (auto const& loop : loops)
+            copies.emplace_back(loop, pool);
+    };
+    rebind(other.m_interiorLoops, m_interiorLoops);
+    rebind(other.ConvexLoops(), m_convexLoops);
+    m_addedVertices = other.m_addedVertices;
+}
+
+CrossSection& CrossSection::operator=(CrossSection const& other) {
+    m_exteriorLoop = other.m_exteriorLoop;
+    m_interiorLoops = other.m_interiorLoops;
+    m_convexLoops = other.m_convexLoops;
+    return *this;
+}
+
+qel::BBox<2, double> CrossSection::BBox() const {
+    auto box = m_exteriorLoop.BBox();
+    for (auto const& loop : m_interiorLoops) {
+        auto const loopBox = loop.BBox();
+        box.Widen(loopBox.m_min);
+        box.Widen(loopBox.m_max);
+    }
+    return box;
+}
+
+std::uint64_t CrossSection::GetNamedPositionCount() const {
+    std::uint64_t count = m_exteriorLoop.GetNamedPositionCount();
+    for (auto const& loop : m_interiorLoops)
+        count += loop.GetNamedPositionCount();
+    return count;
+}
+
+Loop& CrossSection::AddInteriorLoop() {
+    return m_interiorLoops.emplace_back(*m_positions, false);
+}
+
+Loop& CrossSection::AddConvexLoop() const {
+    return m_convexLoops.emplace_back(*m_positions, false);
+}
+
+std::vector<Loop>& CrossSection::GetConvexLoops() {
+    ConvexLoops();
+    return m_convexLoops;
+}
+
+std::vector<Loop> const& CrossSection::ConvexLoops() const {
+    if (m_convexLoops.empty() && !m_exteriorLoop.Vertices().empty())
+        Build();
+    return m_convexLoops;
+}
+
+void CrossSection::Build() const {
+    auto const addedBefore = m_addedVertices.size();
+    auto const poolBefore = m_positions->m_positions.size();
+    try {
+        m_convexLoops.push_back(m_exteriorLoop);
+        m_convexLoops.insert(m_convexLoops.end(), m_interiorLoops.begin(), m_interiorLoops.end());
+        RemoveHoles();
+        BuildConvexLoops();
+    } catch (...) {
+        m_convexLoops.clear();
+        m_addedVertices.resize(addedBefore);
+        while (m_positions->m_positions.size() > poolBefore)
+            m_positions->m_positions.pop_back(); // bridge feet, which have no names
+        throw;
+    }
+}
+
+void CrossSection::ResetConvexLoops(std::set<int>& removed) {
+    removed.insert(m_addedVertices.begin(), m_addedVertices.end());
+    m_convexLoops.clear();
+    m_addedVertices.clear();
+}
+
+int CrossSection::Modulo(int value, int size) const {
+    int const rest = value % size;
+    return rest < 0 ? rest + size : rest;
+}
+
+void CrossSection::Rebind(CSPositions& pool) {
+    m_positions = &pool;
+    m_exteriorLoop.Rebind(pool);
+    for (auto& loop : m_interiorLoops)
+        loop.Rebind(pool);
+    for (auto& loop : m_convexLoops)
+        loop.Rebind(pool);
+}
+
+} // namespace qel::Sectrix

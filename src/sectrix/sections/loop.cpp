@@ -1,0 +1,128 @@
+#include "sectrix/sections/loop.h"
+#include "sectrix/foundation/strict_arithmetic.h"
+
+#include <limits>
+
+namespace qel::Sectrix {
+
+Loop::Loop() : m_positions(&m_emptyPositions) {}
+
+Loop::Loop(CSPositions const& pool, bool fill) : m_positions(&pool) {
+    if (!fill)
+        return;
+    m_vertices.reserve(static_cast<std::size_t>(pool.Count()));
+    for (int index = 0; index < pool.Count(); ++index)
+        m_vertices.emplace_back(index, true);
+}
+
+Loop::Loop(Loop const& other, CSPositions const& pool) : m_vertices(other.m_vertices), m_positions(&pool) {}
+
+Loop& Loop::operator=(Loop const& other) {
+    m_vertices = other.m_vertices;
+    Touch();
+    return *this;
+}
+
+void Loop::AddVertex(int index, bool exterior) {
+    m_vertices.emplace_back(index, exterior);
+    Touch();
+}
+
+void Loop::InsertVertex(int index, int place) {
+    if (!HasPlace(place))
+        return AddVertex(index, true);
+    m_vertices.emplace(m_vertices.begin() + place, index, true);
+    Touch();
+}
+
+void Loop::RemoveVertex(int place) {
+    if (!HasPlace(place))
+        return;
+    m_vertices.erase(m_vertices.begin() + place);
+    Touch();
+}
+
+void Loop::Add(Loop const& other, int place, int from, int to) {
+    if (to == -1)
+        to = from;
+    bool const wasEmpty = m_vertices.empty();
+    if (!other.HasPlace(from) || !other.HasPlace(to) || (!wasEmpty && !HasPlace(place)))
+        return;
+
+    // The run is copied aside first, since it may wrap around and `other` may be this loop.
+    auto const source = other.m_vertices.begin();
+    std::vector<Vertex> run;
+    if (to > from) {
+        run.assign(source + from, source + to + 1);
+    } else {
+        run.assign(source + from, other.m_vertices.end());
+        run.insert(run.end(), source, source + (wasEmpty && to == from ? to : to + 1));
+    }
+    bool const isWholeLoop = wasEmpty && to == from;
+    if (!isWholeLoop)
+        run.front().SetExterior(false);
+    if (!wasEmpty)
+        run.emplace_back(m_vertices[static_cast<std::size_t>(place)].Index(), false);
+
+    auto const behind = wasEmpty ? m_vertices.begin() : m_vertices.begin() + place + 1;
+    m_vertices.insert(behind, run.begin(), run.end());
+    Touch();
+}
+
+void Loop::Cut(int first, int last) {
+    if (!HasPlace(first) || !HasPlace(last))
+        return;
+    auto const begin = m_vertices.begin();
+    if (last > first) {
+        auto const arrival = m_vertices.erase(begin + first + 1, begin + last);
+        arrival->SetExterior(false);
+    } else {
+        m_vertices.erase(begin + first + 1, m_vertices.end());
+        m_vertices.erase(begin, begin + last);
+        m_vertices.front().SetExterior(false);
+    }
+    Touch();
+}
+
+int Loop::LeftMostVertex() {
+    if (m_leftMost >= 0)
+        return m_leftMost;
+    double best = std::numeric_limits<double>::max();
+    for (std::size_t place = 0; place < m_vertices.size(); ++place) {
+        auto const* position = m_positions->Find(m_vertices[place].Index());
+        if (position && position->Position()[0] < best) {
+            best = position->Position()[0];
+            m_leftMost = static_cast<int>(place);
+        }
+    }
+    return m_leftMost;
+}
+
+qel::BBox<2, double> Loop::BBox() const {
+    qel::BBox<2, double> box;
+    for (auto const& vertex : m_vertices)
+        if (auto const* position = m_positions->Find(vertex.Index()))
+            box.Widen(position->Position());
+    return box;
+}
+
+int Loop::NamedPositionIndex(std::string const& name) const {
+    for (std::size_t place = 0; place < m_vertices.size(); ++place) {
+        auto const* position = m_positions->Find(m_vertices[place].Index());
+        if (position && position->Name() == name)
+            return static_cast<int>(place);
+    }
+    return -1;
+}
+
+std::uint64_t Loop::GetNamedPositionCount() const {
+    std::uint64_t count = 0;
+    for (auto const& vertex : m_vertices) {
+        auto const* position = m_positions->Find(vertex.Index());
+        if (position && !position->Name().empty())
+            ++count;
+    }
+    return count;
+}
+
+} // namespace qel::Sectrix

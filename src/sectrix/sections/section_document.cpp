@@ -1,0 +1,154 @@
+#include "sectrix/foundation/json_tag.h"
+#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/interfaces/dom_reader_json.h"
+#include "sectrix/sections/cross_sections.h"
+
+#include <algorithm>
+#include <istream>
+
+namespace qel::Sectrix {
+
+namespace {
+
+// Reading passes over what it cannot use: the first of the two numbers is x, the second y, and what is no number is
+// 0.
+
+bool HasCoordinates(Dom const& node) {
+    return node.isArray() && node.size() >= 2;
+}
+
+Vec<2, double> ReadCoordinates(Dom const& node) {
+    return {node[0].asDouble(0.0), node[1].asDouble(0.0)};
+}
+
+void ReadPositions(Dom const& nodes, CSPositions& pool) {
+    for (std::uint64_t i = 0; i < nodes.size(); ++i) {
+        auto const& node = nodes[i];
+        if (node.isArray()) {
+            if (HasCoordinates(node))
+                pool.AddPosition(ReadCoordinates(node));
+        } else if (auto const& coordinates = node[JsonTag::kCSCoordinatesTag]; HasCoordinates(coordinates)) {
+            auto const name = node[JsonTag::kCSCoordNameTag].asString({});
+            pool.AddPosition(name.c_str(), ReadCoordinates(coordinates)); // the name ends at its first zero byte
+        }
+    }
+}
+
+} // namespace
+
+void CrossSections::From(std::istream& stream) {
+    stream.seekg(0, std::ios::end);
+    auto const length = static_cast<std::streamoff>(stream.tellg());
+    stream.seekg(0, std::ios::beg);
+    if (length <= 0)
+        return;
+    Dom document;
+    {
+        std::string text(static_cast<std::size_t>(length), '\0');
+        stream.read(text.data(), length);
+        text.resize(static_cast<std::size_t>(stream.gcount()));
+        DomReaderJson::FromString(document, text.c_str(), nullptr);
+    }
+    From(document);
+}
+
+void CrossSections::From(Dom const& dom) {
+    auto const& outlines = dom[dom.has(JsonTag::kOutlinesTag) ? JsonTag::kOutlinesTag : JsonTag::kOutlinesLCTag];
+    if (outlines.size() > 0)
+        ReadPositions(outlines[0], m_positions);
+    if (outlines.size() == 1)
+        m_items.emplace_back(m_positions, true);
+    auto const& sections = outlines[1];
+    for (std::uint64_t i = 0; i < sections.size(); ++i)
+        if (!m_items.emplace_back(m_positions, false).From(sections[i]))
+            m_items.pop_back();
+    ConvertPositions(m_scale);
+
+    m_parameters.clear();
+    for (auto const& [name, value] : dom[JsonTag::kParamsTag].objects())
+        m_parameters[name] = value.asDouble(0.0);
+}
+
+bool CrossSection::From(Dom const& dom) {
+    if (dom.has(JsonTag::kCSAssemblyPartNameTag))
+        m_assemblyPartName = dom[JsonTag::kCSAssemblyPartNameTag].asString({});
+    auto const& loops = dom.isObject() ? dom[JsonTag::kCSLoopsTag] : dom;
+    if (!loops.isArray() || loops.size() == 0)
+        return false;
+
+    int exteriorCount = 0;
+    for (std::uint64_t i = 0; i < loops.size(); ++i) {
+        auto const& pair = loops[i];
+        if (pair.size() < 2)
+            continue;
+        bool const exterior = pair[1].asBool(false);
+        exteriorCount += exterior;
+        auto& loop = exterior ? m_exteriorLoop : AddInteriorLoop();
+        if (!loop.From(pair[0], exterior))
+            return false;
+    }
+    return exteriorCount == 1;
+}
+
+bool Loop::From(Dom const& dom, bool exterior) {
+    std::vector<Vertex> read;
+    read.reserve(dom.size());
+    for (std::uint64_t i = 0; i < dom.size(); ++i) {
+        auto const index = static_cast<int>(static_cast<std::uint32_t>(dom[i].asInt(0))); // the low 32 bits
+        if (m_positions->Find(index))
+            read.emplace_back(index, true);
+    }
+    if (!exterior)
+        std::reverse(read.begin(), read.end());
+    m_vertices.insert(exterior ? m_vertices.end() : m_vertices.begin(), read.begin(), read.end());
+    Touch();
+
+    if (m_vertices.empty())
+        return false;
+    if (m_vertices.front().Index() == m_vertices.back().Index())
+        m_vertices.pop_back();
+    return m_vertices.size() > 2;
+}
+
+void CrossSections::To(Dom& dom) {
+    auto& outlines = dom[JsonTag::kOutlinesTag].toArray();
+    auto& positions = outlines.append().toArray();
+    for (auto const& position : m_positions.m_positions) {
+        auto& node = positions.append().toObject();
+        node[JsonTag::kCSCoordNameTag] = Dom(position.Name());
+        auto& coordinates = node[JsonTag::kCSCoordinatesTag].toArray();
+        coordinates.append() = Dom(position.Position()[0]);
+        coordinates.append() = Dom(position.Position()[1]);
+    }
+    auto& sections = outlines.append().toArray();
+    for (auto& section : m_items)
+        section.To(sections.append().toObject());
+
+    if (m_parameters.empty())
+        return;
+    auto& parameters = dom[JsonTag::kParamsTag].toArray();
+    for (auto const& [name, value] : m_parameters)
+        parameters.append()[name] = Dom(value);
+}
+
+void CrossSection::To(Dom& dom) {
+    if (!m_assemblyPartName.empty())
+        dom[JsonTag::kCSAssemblyPartNameTag] = Dom(m_assemblyPartName);
+    auto& loops = dom[JsonTag::kCSLoopsTag];
+    auto const write = [&loops](Loop& loop, bool exterior) {
+        auto& pair = loops.append().toArray();
+        loop.To(pair.append().toArray(), exterior);
+        pair.append() = Dom(exterior);
+    };
+    write(m_exteriorLoop, true);
+    for (auto& loop : m_interiorLoops)
+        write(loop, false);
+}
+
+void Loop::To(Dom& dom, bool exterior) {
+    auto const count = m_vertices.size();
+    for (std::size_t i = 0; i < count; ++i)
+        dom.append() = Dom(m_vertices[exterior ? i : count - 1 - i].Index());
+}
+
+} // namespace qel::Sectrix
