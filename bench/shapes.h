@@ -1,0 +1,144 @@
+#pragma once
+
+#include <cmath>
+#include <cstddef>
+#include <random>
+#include <vector>
+
+/// \file
+/// Outlines with holes for tests and measurements. Same seed, same shape.
+
+namespace shapes {
+
+struct Point {
+    double x, y;
+};
+
+/// Loops by their indices: the first is the outline, counter-clockwise, the others are holes, clockwise.
+struct Shape {
+    std::vector<Point> points;
+    std::vector<std::vector<int>> loops;
+
+    void AddLoop(std::vector<Point> const& corners, bool reversed = false) {
+        std::vector<int> loop;
+        for (auto const& corner : corners) {
+            loop.push_back(static_cast<int>(points.size()));
+            points.push_back(corner);
+        }
+        if (reversed)
+            loop.assign(loop.rbegin(), loop.rend());
+        loops.push_back(loop);
+    }
+};
+
+using Random = std::mt19937_64;
+
+/// Portable where the standard's distributions are not: the same numbers with every library.
+inline double Uniform(Random& random, double low, double high) {
+    return low + (high - low) * static_cast<double>(random() >> 11) / 9007199254740992.0;
+}
+
+inline int Below(Random& random, int bound) {
+    return static_cast<int>(random() % static_cast<unsigned>(bound));
+}
+
+inline std::vector<Point> Star(Random& random, std::size_t corners, double x, double y, double inner,
+                               double outer) {
+    std::vector<Point> star;
+    for (std::size_t i = 0; i < corners; ++i) {
+        double const angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(corners);
+        double const radius = Uniform(random, inner, outer);
+        star.push_back({x + radius * std::cos(angle), y + radius * std::sin(angle)});
+    }
+    return star;
+}
+
+/// A star whose holes are small stars on a grid in its core, apart from each other.
+inline Shape StarWithHoles(Random& random, std::size_t corners, std::size_t holes, std::size_t holeCorners = 6) {
+    Shape shape;
+    shape.AddLoop(Star(random, corners, 0, 0, 150, 200));
+    auto const side = static_cast<std::size_t>(std::ceil(std::sqrt(static_cast<double>(holes))));
+    double const cell = side > 0 ? 200.0 / static_cast<double>(side) : 0;
+    for (std::size_t i = 0; i < holes; ++i) {
+        double const x = -100 + cell * (static_cast<double>(i % side) + 0.5);
+        double const y = -100 + cell * (static_cast<double>(i / side) + 0.5);
+        shape.AddLoop(Star(random, holeCorners, x, y, 0.1 * cell, 0.4 * cell), true);
+    }
+    return shape;
+}
+
+/// A bar with teeth upward.
+inline Shape Comb(std::size_t teeth) {
+    Shape shape;
+    double const width = 2.0 * static_cast<double>(teeth);
+    std::vector<Point> outline{{0, -5}, {width, -5}};
+    for (std::size_t i = teeth; i-- > 0;) {
+        double const x = 2.0 * static_cast<double>(i);
+        outline.push_back({x + 1.5, 10.0 + static_cast<double>(i % 3)});
+        outline.push_back({x + 0.5, 10.0 + static_cast<double>(i % 5)});
+        if (i > 0)
+            outline.push_back({x, 0});
+    }
+    shape.AddLoop(outline);
+    return shape;
+}
+
+/// A band that winds inward.
+inline Shape Spiral(std::size_t steps) {
+    Shape shape;
+    std::vector<Point> band;
+    auto const at = [](std::size_t i, double offset) {
+        double const angle = 0.5 * static_cast<double>(i);
+        double const radius = 10.0 + (static_cast<double>(i) + offset) * 40.0 / 12.6;
+        return Point{radius * std::cos(angle), radius * std::sin(angle)};
+    };
+    for (std::size_t i = 0; i < steps; ++i)
+        band.push_back(at(i, 8.0));
+    for (std::size_t i = steps; i-- > 0;)
+        band.push_back(at(i, 2.0));
+    shape.AddLoop(band);
+    return shape;
+}
+
+/// Anything on a grid of small integers: collinear and repeated points, crossing edges, holes that touch, overlap,
+/// nest or lie outside, indices twice in a loop and indices that are not there.
+inline Shape Garbage(Random& random, int size, int grid) {
+    Shape shape;
+    for (int i = 0; i < size; ++i)
+        shape.points.push_back(
+            {static_cast<double>(Below(random, grid)), static_cast<double>(Below(random, grid))});
+    int const loops = 1 + Below(random, 4);
+    bool const strays = Below(random, 8) == 0;
+    for (int l = 0; l < loops; ++l) {
+        std::vector<int> loop;
+        int const corners = Below(random, l == 0 ? size : 8);
+        for (int i = 0; i < corners; ++i)
+            loop.push_back(Below(random, size + (strays ? 2 : 0)) - (strays ? 1 : 0));
+        shape.loops.push_back(loop);
+    }
+    return shape;
+}
+
+/// A rectangle on a grid of small integers with corners in the middle of its edges and rectangular holes that may
+/// touch.
+inline Shape GridPlate(Random& random, int side) {
+    Shape shape;
+    std::vector<Point> outline;
+    for (int i = 0; i < side; ++i)
+        outline.push_back({static_cast<double>(i), 0});
+    for (int i = 0; i < side; ++i)
+        outline.push_back({static_cast<double>(side), static_cast<double>(i)});
+    for (int i = side; i > 0; --i)
+        outline.push_back({static_cast<double>(i), static_cast<double>(side)});
+    for (int i = side; i > 0; --i)
+        outline.push_back({0, static_cast<double>(i)});
+    shape.AddLoop(outline);
+    for (int hole = Below(random, side); hole > 0; --hole) {
+        double const x = Below(random, side), y = Below(random, side);
+        double const w = 1 + Below(random, 2), h = 1 + Below(random, 2);
+        shape.AddLoop({{x, y}, {x + w, y}, {x + w, y + h}, {x, y + h}}, true);
+    }
+    return shape;
+}
+
+} // namespace shapes

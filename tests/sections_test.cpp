@@ -1,0 +1,444 @@
+#include "plain_cutting.h"
+#include "section_text.h"
+#include "shapes.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <set>
+
+using namespace qel;
+using namespace qel::Sectrix;
+using namespace sectrix_tests;
+
+namespace {
+
+/// A section that runs the steps of its build one by one, on a working list that it has filled itself.
+class SteppedSection : public CrossSection {
+public:
+    using CrossSection::CrossSection;
+    using CrossSection::Modulo;
+
+    void BuildByHand(shapes::Shape const& shape) {
+        for (auto const& indices : shape.loops) {
+            auto& loop = AddConvexLoop();
+            for (int index : indices)
+                loop.AddVertex(index, true);
+        }
+        while (RemoveHole()) {
+        }
+        for (std::size_t i = 0, count = ConvexLoops().size(); i < count; ++i)
+            while (!BuildConvexLoop(i)) {
+            }
+    }
+};
+
+CrossSections MakeSet(shapes::Shape const& shape) {
+    CSPositions pool;
+    for (auto const& point : shape.points)
+        pool.AddPosition({point.x, point.y});
+    CrossSections set(pool, false);
+    auto& section = set.GetItems()[0];
+    for (std::size_t i = 0; i < shape.loops.size(); ++i) {
+        auto& loop = i == 0 ? section.GetExteriorLoop() : section.AddInteriorLoop();
+        for (int index : shape.loops[i])
+            loop.AddVertex(index, true);
+    }
+    return set;
+}
+
+plain::Cutter MakeTwin(shapes::Shape const& shape) {
+    plain::Cutter twin;
+    for (auto const& point : shape.points)
+        twin.pool.push_back({point.x, point.y});
+    for (auto const& loop : shape.loops) {
+        auto& ring = twin.loops.emplace_back();
+        for (int index : loop)
+            ring.push_back({index, true});
+    }
+    return twin;
+}
+
+/// Everything that a build makes, bit for bit.
+template <class Loops, class PointAt>
+std::string BuildText(Loops const& loops, std::vector<int> const& added, PointAt pointAt) {
+    std::ostringstream text;
+    text << std::hexfloat;
+    for (auto const& loop : loops)
+        text << LoopText(loop) << '\n';
+    for (int index : added) {
+        auto const [x, y] = pointAt(index);
+        text << index << " at " << x << ' ' << y << '\n';
+    }
+    return text.str();
+}
+
+std::string BuildText(CrossSection const& section) {
+    std::vector<std::vector<Vertex>> loops;
+    for (auto const& loop : section.ConvexLoops())
+        loops.push_back(loop.Vertices());
+    return BuildText(loops, section.AddedVertices(), [&section](int index) {
+        bool found = false;
+        auto const& point = section.Positions().GetPosition(static_cast<std::uint64_t>(index), found).Position();
+        return plain::Point{point[0], point[1]};
+    });
+}
+
+std::string BuildText(plain::Cutter const& twin) {
+    return BuildText(twin.loops, twin.added,
+                     [&twin](int index) { return twin.pool[static_cast<std::size_t>(index)]; });
+}
+
+/// Compares a build with that of the twin, and a build step by step and one after a reset with both.
+void ExpectSameAsTwin(shapes::Shape const& shape) {
+    auto twin = MakeTwin(shape);
+    twin.Run();
+    auto set = MakeSet(shape);
+    auto const expected = BuildText(twin);
+    ASSERT_EQ(BuildText(set.Items()[0]), expected);
+    set.ResetConvexLoops();
+    ASSERT_EQ(set.Positions().Count(), static_cast<int>(shape.points.size()));
+    ASSERT_EQ(BuildText(set.Items()[0]), expected);
+    if (shape.loops[0].empty())
+        return;
+    auto pool = MakeSet(shape).Positions();
+    SteppedSection stepped(pool, false);
+    stepped.BuildByHand(shape);
+    ASSERT_EQ(BuildText(stepped), expected);
+}
+
+/// Scales and shifts a shape, and at times puts numbers into it that are no points.
+void Distort(shapes::Random& random, shapes::Shape& shape) {
+    double const scale = std::pow(10.0, shapes::Below(random, 15) - 7);
+    double const shift = shapes::Below(random, 3) * 1000.0 * scale;
+    for (auto& point : shape.points)
+        point = {point.x * scale + shift, point.y * scale - shift};
+    double const oddities[] = {INFINITY, -INFINITY, NAN, 1e308, -1e308, 1e200, 5e-324};
+    for (int i = shapes::Below(random, 6) ? 0 : 1 + shapes::Below(random, 3); i > 0 && !shape.points.empty(); --i) {
+        auto& point =
+            shape.points[static_cast<std::size_t>(shapes::Below(random, static_cast<int>(shape.points.size())))];
+        (shapes::Below(random, 2) ? point.x : point.y) = oddities[shapes::Below(random, 7)];
+    }
+}
+
+TEST(Cutting, AnswersAsTheTwinDoes) {
+    shapes::Random random(1);
+    for (int round = 0; round < 6000 && !::testing::Test::HasFatalFailure(); ++round) {
+        SCOPED_TRACE(round);
+        auto const size = static_cast<std::size_t>(4 + shapes::Below(random, 40));
+        auto shape = round % 5 == 0   ? shapes::StarWithHoles(random, size, size / 8)
+                     : round % 5 == 1 ? shapes::GridPlate(random, 2 + shapes::Below(random, 7))
+                     : round % 5 == 2 ? shapes::Comb(size)
+                     : round % 5 == 3
+                         ? shapes::Spiral(size)
+                         : shapes::Garbage(random, static_cast<int>(size), 2 + shapes::Below(random, 8));
+        if (round % 2)
+            Distort(random, shape);
+        ExpectSameAsTwin(shape);
+    }
+}
+
+TEST(Cutting, TheTwinCanSayNo) {
+    shapes::Random random(3);
+    auto const shape = shapes::StarWithHoles(random, 30, 4);
+    auto twin = MakeTwin(shape);
+    twin.Run();
+    auto moved = shape;
+    moved.points[31].x -= 1e-9; // a hole's corner, which moves a bridge foot's height or a piece's cut not at all
+    moved.points[31].y += 1e-9;
+    std::swap(moved.loops[1], moved.loops[2]);
+    moved.loops[0].pop_back();
+    EXPECT_NE(BuildText(MakeSet(moved).Items()[0]), BuildText(twin));
+}
+
+double SignedArea(CrossSection const& section, Loop const& loop) {
+    double sum = 0.0;
+    bool found = false;
+    auto const& vertices = loop.Vertices();
+    for (std::size_t i = 0; i < vertices.size(); ++i) {
+        auto const at = [&](std::size_t place) {
+            auto const index = vertices[place % vertices.size()].Index();
+            return section.Positions().GetPosition(static_cast<std::uint64_t>(index), found).Position();
+        };
+        auto const p = at(i), q = at(i + 1);
+        sum += (p[0] * q[1] - q[0] * p[1]) / 2;
+    }
+    return sum;
+}
+
+TEST(Cutting, CoversTheSectionAndMarksTheOutline) {
+    shapes::Random random(2);
+    for (std::size_t size = 8; size < 120; size += 3) {
+        SCOPED_TRACE(size);
+        auto const shape = shapes::StarWithHoles(random, size, size / 6);
+        auto set = MakeSet(shape);
+        auto const& section = set.Items()[0];
+        double area = SignedArea(section, section.ExteriorLoop());
+        for (auto const& hole : section.InteriorLoops())
+            area += SignedArea(section, hole);
+        double covered = 0.0;
+        std::size_t edges = 0;
+        std::set<std::pair<int, int>> outlineEdges;
+        for (auto const& loop : section.ConvexLoops()) {
+            covered += SignedArea(section, loop);
+            for (std::size_t i = 0; i < loop.Vertices().size(); ++i) {
+                auto const& vertex = loop.Vertices()[i];
+                ASSERT_TRUE(vertex.Index() >= 0 && vertex.Index() < set.Positions().Count());
+                auto const& before = loop.Vertices()[i > 0 ? i - 1 : loop.Vertices().size() - 1];
+                if (vertex.Exterior())
+                    outlineEdges.emplace(before.Index(), vertex.Index());
+                edges += vertex.Exterior();
+            }
+        }
+        EXPECT_NEAR(covered, area, 1e-9 * area);
+        // Each edge of the outline and the holes once; a bridge foot has split one of them in two.
+        EXPECT_EQ(edges, shape.points.size() + section.AddedVertices().size());
+        EXPECT_EQ(outlineEdges.size(), edges);
+    }
+}
+
+struct LoopRow {
+    char const* m_operation;
+    void (*m_edit)(Loop& loop, Loop const& other);
+    char const* m_result;
+};
+
+Loop MakeLoop(CSPositions const& pool, std::initializer_list<int> indices) {
+    Loop loop(pool, false);
+    for (int index : indices)
+        loop.AddVertex(index, true);
+    return loop;
+}
+
+void RunRows(std::vector<LoopRow> const& rows, std::initializer_list<int> indices) {
+    CSPositions pool;
+    for (int i = 0; i < 13; ++i)
+        pool.AddPosition({13.0 - i, 0.0});
+    auto const other = MakeLoop(pool, {10, 11, 12});
+    for (auto const& row : rows) {
+        auto loop = MakeLoop(pool, indices);
+        loop.LeftMostVertex();
+        row.m_edit(loop, other);
+        EXPECT_EQ(LoopText(loop.Vertices()), row.m_result) << row.m_operation;
+        Loop fresh(loop, pool);
+        EXPECT_EQ(loop.LeftMostVertex(), fresh.LeftMostVertex()) << row.m_operation;
+    }
+}
+
+TEST(Loops, Edit) {
+    RunRows({{"around a vertex", [](Loop& l, Loop const& o) { l.Add(o, 1, 0, -1); }, "0 1 10' 11 12 10 1' 2 3"},
+             {"a run that wraps", [](Loop& l, Loop const& o) { l.Add(o, 1, 2, 0); }, "0 1 12' 10 1' 2 3"},
+             {"a run forward", [](Loop& l, Loop const& o) { l.Add(o, 1, 0, 1); }, "0 1 10' 11 1' 2 3"},
+             {"of itself", [](Loop& l, Loop const&) { l.Add(l, 0, 2, 3); }, "0 2' 3 0' 1 2 3"},
+             {"bad place", [](Loop& l, Loop const& o) { l.Add(o, -1, 0, 1), l.Add(o, 4, 0, 1); }, "0 1 2 3"},
+             {"bad run", [](Loop& l, Loop const& o) { l.Add(o, 1, -1, 1), l.Add(o, 1, 3, 1), l.Add(o, 1, 0, 3); },
+              "0 1 2 3"},
+             {"nothing", [](Loop& l, Loop const& o) { l.Add(Loop(o.Positions(), false), 1, 0, -1); }, "0 1 2 3"},
+             {"insert", [](Loop& l, Loop const&) { l.InsertVertex(7, 0), l.InsertVertex(8, 2); }, "7 0 8 1 2 3"},
+             {"append", [](Loop& l, Loop const&) { l.InsertVertex(7, 4), l.InsertVertex(8, -1); }, "0 1 2 3 7 8"},
+             {"remove", [](Loop& l, Loop const&) { l.RemoveVertex(3), l.RemoveVertex(3), l.RemoveVertex(-1); },
+              "0 1 2"},
+             {"assign", [](Loop& l, Loop const& o) { l = o, l = *&l; }, "10 11 12"}},
+            {0, 1, 2, 3});
+    RunRows({{"whole", [](Loop& l, Loop const& o) { l.Add(o, -1, 1, -1); }, "11 12 10"},
+             {"wrapping", [](Loop& l, Loop const& o) { l.Add(o, -1, 2, 0); }, "12' 10"},
+             {"forward", [](Loop& l, Loop const& o) { l.Add(o, -1, 0, 1); }, "10' 11"},
+             {"bad", [](Loop& l, Loop const& o) { l.Add(o, -1, 3, 1), l.Cut(0, 0); }, ""}},
+            {});
+    RunRows({{"forward", [](Loop& l, Loop const&) { l.Cut(1, 3); }, "0 1 3' 4"},
+             {"neighbours", [](Loop& l, Loop const&) { l.Cut(1, 2); }, "0 1 2' 3 4"},
+             {"backward", [](Loop& l, Loop const&) { l.Cut(3, 1); }, "1' 2 3"},
+             {"to one", [](Loop& l, Loop const&) { l.Cut(2, 2); }, "2'"},
+             {"bad", [](Loop& l, Loop const&) { l.Cut(-1, 2), l.Cut(0, 5); }, "0 1 2 3 4"}},
+            {0, 1, 2, 3, 4});
+}
+
+TEST(Loops, LookPastIndicesThatAreNotInThePool) {
+    CSPositions pool;
+    pool.AddPosition("A", {2, 0});
+    pool.AddPosition({1, 5});
+    pool.AddPosition("A", {1, 7});
+    pool.AddPosition({3, -1});
+    auto loop = MakeLoop(pool, {-1, 0, 4, 1, 2, 0});
+    EXPECT_EQ(loop.LeftMostVertex(), 3);
+    EXPECT_EQ(loop.GetNamedPositionCount(), 3u);
+    EXPECT_EQ(loop.NamedPositionIndex("A"), 1);
+    EXPECT_EQ(loop.NamedPositionIndex(""), 3);
+    EXPECT_EQ(loop.NamedPositionIndex("B"), -1);
+    auto const box = loop.BBox();
+    EXPECT_EQ(std::vector<double>({box.m_min[0], box.m_min[1], box.m_max[0], box.m_max[1]}),
+              std::vector<double>({1, 0, 2, 7}));
+    EXPECT_TRUE(MakeLoop(pool, {-1, 4}).BBox().IsEmpty());
+    EXPECT_EQ(Loop().LeftMostVertex(), -1);
+    EXPECT_EQ(LoopText(Loop(pool, true).Vertices()), "0 1 2 3");
+    EXPECT_TRUE(Vertex(3, true) != Vertex(3, false) && Vertex(3, true) == Vertex(3, true));
+}
+
+TEST(Positions, RemovalLeavesTheNameIndexBehind) {
+    CSPositions pool;
+    pool.AddPosition("A", {1, 1});
+    pool.AddPosition("A", {2, 2});
+    pool.AddPosition("B", {3, 3});
+    bool found = false;
+    EXPECT_EQ(pool.GetPosition("A", found).Position()[0], 2.0);
+    pool.RemovePosition(0);
+    EXPECT_EQ(pool.NamedCount(), 1);
+    pool.GetPosition("A", found);
+    EXPECT_FALSE(found);
+    auto const& sentinel = pool.GetPosition("B", found); // its entry points past the end now
+    EXPECT_TRUE(!found && sentinel.Name().empty());
+    pool.AddPosition({4, 4});
+    EXPECT_EQ(pool.GetPosition("B", found).Position()[0], 4.0);
+    pool.GetPosition(static_cast<std::uint64_t>(-1), found);
+    EXPECT_FALSE(found);
+    pool.RemovePosition(3);
+    auto const moved = std::move(pool);
+    EXPECT_EQ(moved.Count(), 3);
+    EXPECT_EQ(pool.Count() + pool.NamedCount() + pool.AddPosition("C", {}), 0);
+
+    CSPositions mapped;
+    mapped.AddPosition({1, 2});
+    mapped.Transform({2, 0, 0, 0, 3, 0, 10, 20, 2});
+    EXPECT_EQ(mapped.BBox().m_max[0], 6.0);
+    EXPECT_EQ(mapped.BBox().m_min[1], 13.0);
+}
+
+TEST(Sections, CopyAndAssignAsTheirPoolsDemand) {
+    CSPositions pool, otherPool;
+    for (int i = 0; i < 4; ++i)
+        pool.AddPosition({double(i), 0}), otherPool.AddPosition({0, double(i)});
+    CrossSection section(pool, true), target(otherPool, false);
+    section.AddInteriorLoop().AddVertex(1, true);
+    target.AddInteriorLoop(), target.AddInteriorLoop();
+    target = section;
+    EXPECT_EQ(SectionText(target), ": 0 1 2 3 | 1");
+    EXPECT_EQ(&target.ExteriorLoop().Positions(), &otherPool);
+    EXPECT_EQ(&target.InteriorLoops()[0].Positions(), &otherPool);
+    CrossSection const rebound(section, otherPool);
+    for (auto const* loop : {&rebound.ExteriorLoop(), &rebound.InteriorLoops()[0], &rebound.ConvexLoops()[0]})
+        EXPECT_EQ(&loop->Positions(), &otherPool);
+    EXPECT_EQ(CrossSection().Positions().Count(), 0);
+
+    CrossSections set;
+    set.From(FileDom("sections/cutting.json")[8]["document"]);
+    otherPool = set.Positions();
+    CrossSection const built(set.Items()[0], otherPool);
+    EXPECT_EQ(set.Positions().Count(), 9); // built on the way
+    EXPECT_EQ(built.AddedVertices(), std::vector<int>({8}));
+
+    SteppedSection const steps(pool, false);
+    EXPECT_EQ(std::vector<int>({steps.Modulo(-1, 5), steps.Modulo(-6, 5), steps.Modulo(7, 5), steps.Modulo(5, 5)}),
+              std::vector<int>({4, 4, 2, 0}));
+    steps.AddConvexLoop();
+    EXPECT_EQ(steps.ConvexLoops().size(), 1u);
+}
+
+/// Every loop and section of a set must refer to the set's own pool.
+void ExpectBound(CrossSections const& set) {
+    for (auto const& section : set.Items()) {
+        EXPECT_EQ(&section.Positions(), &set.Positions());
+        EXPECT_EQ(&section.ExteriorLoop().Positions(), &set.Positions());
+        for (auto const* loops : {&section.InteriorLoops(), &section.ConvexLoops()})
+            for (auto const& loop : *loops)
+                EXPECT_EQ(&loop.Positions(), &set.Positions());
+    }
+}
+
+TEST(Sets, StayBoundToTheirOwnPoolWhereverTheyGo) {
+    shapes::Random random(4);
+    std::vector<CrossSections> sets;
+    std::vector<std::string> texts;
+    for (int i = 0; i < 20; ++i) {
+        sets.push_back(MakeSet(shapes::StarWithHoles(random, 20, 4)));
+        texts.push_back(BuildText(sets.back().Items()[0]));
+    }
+    for (std::size_t i = 0; i < sets.size(); ++i) {
+        ExpectBound(sets[i]);
+        EXPECT_EQ(BuildText(sets[i].Items()[0]), texts[i]);
+    }
+    auto const unbuilt = MakeSet(shapes::StarWithHoles(random, 20, 4));
+    int const count = unbuilt.Positions().Count();
+    CrossSections copy(unbuilt);
+    EXPECT_EQ(unbuilt.Positions().Count(), count); // copying has built nothing
+    copy.Items()[0].ConvexLoops();
+    EXPECT_EQ(unbuilt.Positions().Count(), count);
+    ExpectBound(copy);
+    copy = sets[3];
+    ExpectBound(copy);
+    EXPECT_EQ(LoopsText(copy.Items()[0].ConvexLoops()), LoopsText(sets[3].Items()[0].ConvexLoops()));
+    copy = std::move(sets[5]);
+    ExpectBound(copy);
+    EXPECT_EQ(BuildText(copy.Items()[0]), texts[5]);
+    EXPECT_TRUE(sets[5].Items().empty() && sets[5].Positions().Count() == 0);
+}
+
+TEST(Sets, AssignmentKeepsTheNamesOfSectionsThatThereAre) {
+    CrossSections a, b;
+    a.From(FileDom("sections/reading.json")[0]["document"]);
+    b.From(FileDom("sections/cutting.json")[8]["document"]);
+    a = b;
+    EXPECT_EQ(SectionText(a.Items()[0]), "Deck: 0 1 2 3 | 7 6 5 4");
+    EXPECT_TRUE(a.HasHollow() && a.Parameters().empty());
+    EXPECT_EQ(a.Positions().Count(), b.Positions().Count());
+    ExpectBound(a);
+}
+
+TEST(Sets, ResetTakesThePositionsOfAllSectionsBack) {
+    CrossSections set;
+    auto const document = FileDom("sections/cutting.json")[8]["document"];
+    set.From(document);
+    set.From(document);
+    set.GetItems()[1].GetInteriorLoops().push_back(set.Items()[0].InteriorLoops()[0]);
+    auto const build = [&set] {
+        auto const text = BuildText(set.Items()[1]);
+        return text + BuildText(set.Items()[0]);
+    };
+    auto const first = build();
+    EXPECT_EQ(set.Items()[0].AddedVertices(), std::vector<int>({17}));
+    set.ResetConvexLoops();
+    EXPECT_EQ(set.Positions().Count(), 16);
+    EXPECT_TRUE(set.Items()[0].AddedVertices().empty() && set.Items()[1].AddedVertices().empty());
+    EXPECT_EQ(build(), first);
+    std::set<int> removed{3};
+    set.GetItems()[0].ResetConvexLoops(removed);
+    EXPECT_EQ(removed, std::set<int>({3, 17}));
+    EXPECT_EQ(set.Positions().Count(), 18);
+}
+
+TEST(Sets, NormalizeVertically) {
+    struct Row {
+        double m_lowest, m_shifted;
+    };
+    for (auto const& row : {Row{0.00005, 0.00005}, Row{0.0002, 0}, Row{-3, 0}, Row{-0.00005, -0.00005}}) {
+        CrossSections set(std::vector<Vec<2, double>>{{1, row.m_lowest}, {2, 5}}, true);
+        set.BBox();
+        set.NormalizeVertical();
+        EXPECT_EQ(set.BBox().m_min[1], row.m_shifted);
+        EXPECT_EQ(set.BBox().m_max[0], 2.0);
+    }
+    CrossSections empty;
+    empty.NormalizeVertical();
+    EXPECT_TRUE(empty.BBox().IsEmpty() && !empty.HasHollow());
+}
+
+TEST(Dump, ListsEverything) {
+    auto const path = ::testing::TempDir() + "sectrix_dump.txt";
+    CrossSections set;
+    set.From(FileDom("sections/cutting.json")[8]["document"]);
+    {
+        std::ofstream closed;
+        set.Dump(closed, "");
+        EXPECT_TRUE(set.Items()[0].AddedVertices().empty());
+        std::ofstream stream(path);
+        set.Dump(stream, "-");
+        set.Items()[0].Dump(stream, "  ");
+        CrossSections().Dump(stream, "");
+        stream << std::fixed;
+        stream.precision(2);
+        CrossSections(std::vector<Vec<2, double>>{{0.5, -3}}, false).Dump(stream, "");
+    }
+    std::ifstream written(path);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(written), {}), FileText("dump.txt"));
+    std::remove(path.c_str());
+}
+
+} // namespace
