@@ -139,6 +139,8 @@ void Svg::Dimension(Point from, Point to, std::string const& text) {
     Point const middle{from.x / 2 + to.x / 2, from.y / 2 + to.y / 2};
     if (level)
         Text({middle.x, middle.y - 6}, text, "dimension-text", "middle");
+    else if (std::abs(to.y - from.y) < TextWidth(text, 12.0) + 2 * kTick)
+        Text({middle.x, std::min(from.y, to.y) - 12}, text, "dimension-text", "middle");
     else
         UprightText({middle.x - 6, middle.y}, text, "dimension-text");
 }
@@ -148,7 +150,7 @@ std::string Svg::Document() const {
 }
 
 double Svg::TextWidth(std::string const& text, double fontSize) {
-    return 0.62 * fontSize * static_cast<double>(Length(text));
+    return 0.6 * fontSize * static_cast<double>(Length(text));
 }
 
 } // namespace example
