@@ -107,8 +107,10 @@ std::string ReadFile(std::filesystem::path const& path) {
     std::ifstream stream(path, std::ios::binary);
     if (!stream)
         throw FileError("cannot be opened", path);
+    if (std::filesystem::is_directory(path)) // which opens well, but raises an error of its own when read
+        throw std::runtime_error(path.string() + ": is a directory");
     std::string content(std::istreambuf_iterator<char>(stream), {});
-    if (stream.bad() || std::filesystem::is_directory(path))
+    if (stream.bad())
         throw FileError("cannot be read", path);
     return content;
 }

@@ -51,6 +51,8 @@ void CountKept(CrossSections const& set, Tally& positions, Tally& sections, Tall
 
 LoadedDocument Load(Request const& request) {
     std::string const text = ReadFile(request.m_file);
+    if (text.find('\0') != std::string::npos) // where the reader would end
+        throw std::runtime_error(request.m_file.string() + ": is not JSON: has a zero byte");
     Dom dom;
     std::string error;
     if (!qel::DomReaderJson::FromString(dom, text.c_str(), &error))

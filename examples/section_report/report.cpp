@@ -108,9 +108,15 @@ std::string ReportDocument(LoadedDocument& document, std::filesystem::path const
 
     page.Heading(name);
     page.Paragraph(HowRead(document.m_request));
-    page.AddTable(sections);
-    page.Figures(figures);
-    std::string text = name + "\n  " + HowRead(document.m_request) + '\n' + PlainText(sections);
+    std::string text = name + "\n  " + HowRead(document.m_request) + '\n';
+    if (figures.empty()) {
+        page.Warning("There are no sections.");
+        text += "  there are no sections\n";
+    } else {
+        page.AddTable(sections);
+        page.Figures(figures);
+        text += PlainText(sections);
+    }
     if (HasDropped(document)) {
         page.Warning("Reading has passed over parts of this document:");
         page.AddTable(tallies);

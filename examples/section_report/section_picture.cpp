@@ -18,19 +18,17 @@ namespace {
 using qel::Sectrix::CrossSection;
 using qel::Sectrix::Loop;
 
-constexpr char const* kStyle =
-    ".title{font-size:18px;font-weight:bold}"
-    ".tint0{fill:#cfe2f6}.tint1{fill:#fbe3c0}.tint2{fill:#d5edcf}.tint3{fill:#e5d9f2}"
-    ".tint4{fill:#f9d6d5}.tint5{fill:#cdecec}.tint6{fill:#f3efbd}"
-    ".fault{fill:url(#hatch)}"
-    ".outline{stroke:#1d3853;stroke-width:1.8;fill:none;stroke-linecap:round}"
-    ".cut{stroke:#66727f;stroke-width:1;fill:none;stroke-dasharray:5 3}"
-    ".fine .outline{stroke-width:1.2}.fine .cut{stroke-width:.7;stroke-dasharray:3 2;stroke-opacity:.75}"
-    ".added{fill:#fff;stroke:#c8102e;stroke-width:1.6}"
-    ".named{fill:#0b5cad;stroke:#fff;stroke-width:1}"
-    ".leader{stroke:#0b5cad;stroke-width:.7}"
-    ".name{font-size:11px;fill:#0b4a8c;paint-order:stroke;stroke:#fff;stroke-width:3;"
-    "stroke-opacity:.8;stroke-linejoin:round}";
+constexpr char const* kStyle = ".title{font-size:18px;font-weight:bold}"
+                               ".tint0{fill:#cfe2f6}.tint1{fill:#fbe3c0}.tint2{fill:#d5edcf}.tint3{fill:#e5d9f2}"
+                               ".tint4{fill:#f9d6d5}.tint5{fill:#cdecec}.tint6{fill:#f3efbd}"
+                               ".fault{fill:url(#hatch)}"
+                               ".outline{stroke:#1d3853;stroke-width:1.8;fill:none;stroke-linecap:round}"
+                               ".cut{stroke:#66727f;stroke-width:1;fill:none;stroke-dasharray:5 3}"
+                               ".added{fill:#fff;stroke:#c8102e;stroke-width:1.6}"
+                               ".named{fill:#0b5cad;stroke:#fff;stroke-width:1}"
+                               ".leader{stroke:#0b5cad;stroke-width:.7}"
+                               ".name{font-size:11px;fill:#0b4a8c;paint-order:stroke;stroke:#fff;stroke-width:3;"
+                               "stroke-opacity:.8;stroke-linejoin:round}";
 
 constexpr char const* kHatch =
     "<defs><pattern id=\"hatch\" width=\"7\" height=\"7\" patternUnits=\"userSpaceOnUse\" "
@@ -41,8 +39,8 @@ constexpr double kNameSize = 11.0;
 constexpr std::size_t kTints = 7;
 /// Placing names costs their number times that of the edges; beyond this many a picture could not show them anyway.
 constexpr std::size_t kMostNames = 100;
-/// Beyond this many edges, thin lines.
-constexpr std::size_t kManyEdges = 150;
+/// Beyond this many edges, thinner lines.
+constexpr double kManyEdges = 150.0;
 
 /// An edge between two pool indices, the lesser first: both loops beside a cut carry it.
 using Edge = std::pair<int, int>;
@@ -183,6 +181,16 @@ std::vector<Point> Diamond(Point centre) {
             {centre.x, centre.y + kReach}};
 }
 
+/// The style sheet, with lines that get the thinner the more of them there are.
+std::string StyleFor(Content const& content) {
+    auto const edges = static_cast<double>(content.m_outline.size() + content.m_cuts.size());
+    double const weight =
+        std::min(1.0, std::pow(kManyEdges / edges, 0.4)); // more than in step would leave too little
+    std::string const dashes = Number(2 + 3 * weight, 3) + ' ' + Number(1 + 2 * weight, 3);
+    return kStyle + (".drawing .outline{stroke-width:" + Number(1.8 * weight, 3) + '}') +
+           ".drawing .cut{stroke-width:" + Number(weight, 3) + ";stroke-dasharray:" + dashes + '}';
+}
+
 void DrawLoops(Svg& svg, Content const& content, View const& view) {
     std::vector<std::vector<Point>> loops;
     for (auto const& corners : content.m_loops) {
@@ -194,8 +202,7 @@ void DrawLoops(Svg& svg, Content const& content, View const& view) {
     for (std::size_t loop = 0; loop < loops.size(); ++loop)
         if (content.m_faults[loop])
             svg.Polygon(loops[loop], "fault");
-    bool const fine = content.m_outline.size() + content.m_cuts.size() > kManyEdges;
-    svg.Raw(fine ? "<g class=\"fine\">" : "<g>");
+    svg.Raw("<g class=\"drawing\">");
     svg.Segments(ToPicture(content.m_cuts, view), "cut");
     svg.Segments(ToPicture(content.m_outline, view), "outline");
     svg.Raw("</g>");
@@ -283,10 +290,10 @@ Picture DrawSection(CrossSection const& section, std::string const& title, std::
     qel::BBox<2, double> const box = section.BBox();
     double const width = box.m_max[0] - box.m_min[0];
     double const height = box.m_max[1] - box.m_min[1];
-    bool const drawable = std::isfinite(width) && std::isfinite(height) && std::max(width, height) > 0;
+    bool const drawable = std::isfinite(width) && std::isfinite(height) && std::max(width, height) > 1e-300;
     Layout const layout = drawable ? Layout(box, content) : Layout({{0, 0}, {8, 1}}, content);
 
-    Svg svg(layout.m_page.x, layout.m_page.y, title + ": " + subtitle, kStyle);
+    Svg svg(layout.m_page.x, layout.m_page.y, title + ": " + subtitle, StyleFor(content));
     svg.Raw(kHatch);
     svg.Text({24, 32}, title, "title");
     svg.Text({24, 54}, subtitle, "dimension-text");
