@@ -100,6 +100,24 @@ public:
     /// The same as `operator=`.
     void SetPositions(CSPositions const& other);
 
+    /// \name Alignment and blending
+    /// @{
+
+    /// Appends every position of `first`, in order and under its name, moved towards its partner in `second`.
+    ///
+    /// The partner of a named position is what `second` finds under that name, that of an unnamed one the position
+    /// at the same index. A partner counts only where its own name is the same, so an unnamed position pairs with
+    /// an unnamed one. With a partner the coordinates are the blend (1 - ratio) * p + ratio * q, two products
+    /// rounded one by one and then added; without one they are those of `first`. Positions that only `second` has
+    /// are left out. Into an empty pool every position gets the index that it has in `first`.
+    ///
+    /// \param first, second  other objects than this pool. Given this pool itself, the call takes a copy of it.
+    ///
+    /// \param ratio          neither tested nor held to 0 to 1; beyond them it extrapolates.
+    void SetPositions(CSPositions const& first, CSPositions const& second, double ratio);
+
+    /// @}
+
 private:
     friend class Loop;
     friend class CrossSection;
