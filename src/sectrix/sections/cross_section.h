@@ -45,9 +45,6 @@ public:
     /// A copy over `pool`, with the indices taken as they are. Builds the convex loops of `other` first if they are
     /// not built yet, which may append to its pool; `pool` must hold the same positions, these included.
     CrossSection(CrossSection const& other, CSPositions& pool);
-    /// A section over `pool` that lies between two sections; see the group on alignment and blending.
-    CrossSection(CrossSection const& first, CrossSection const& second, CSPositions& pool,
-                 CSPositions const& firstPositions, CSPositions const& secondPositions, double ratio);
     /// Takes the exterior, interior and convex loops of `other`. The name, the pool and the list of added vertices
     /// stay.
     ///
@@ -120,14 +117,23 @@ public:
     /// @}
 
     /// \name Alignment and blending
-    ///
-    /// The blending constructor, `CrossSection(first, second, pool, firstPositions, secondPositions, ratio)`,
-    /// blends the exterior loops, tested or not, and then every interior loop of `second` with its partner in
-    /// `first`, each as the blending constructor of `Loop` does; its arguments are the same. So the interior loops
-    /// follow the order of `second` with the vertices of `first`, and one without a partner is left out. The name
-    /// is that of `first` where both have the same, else empty. The list of added vertices is that of `first`,
-    /// since these positions came into `pool` with the others; the convex loops are not built.
     /// @{
+
+    /// A section over `pool` that lies between two sections. It moves positions that `pool` has, and adds none.
+    ///
+    /// The exterior loops are blended, tested or not, and then every interior loop of `second` with its partner in
+    /// `first`, each as the blending constructor of `Loop` does it. So the interior loops follow the order of
+    /// `second` with the vertices of `first`, and those without a partner are left out. The name is that of `first`
+    /// where both have the same, else empty. The list of added vertices is that of `first`, since these positions
+    /// came into `pool` with the others; the convex loops are not built.
+    ///
+    /// \param pool  has an entry under every index that `first` uses, or else loses that vertex.
+    ///
+    /// \param firstPositions, secondPositions  not looked at: coordinates come from the pools of the loops.
+    ///
+    /// \param ratio  neither tested nor held to 0 to 1; beyond these it extrapolates.
+    CrossSection(CrossSection const& first, CrossSection const& second, CSPositions& pool,
+                 CSPositions const& firstPositions, CSPositions const& secondPositions, double ratio);
 
     /// The interior loop of this section that is the partner of `loop`, with `found` true: the one at `place` when
     /// `loop` is compatible with it, else the first that `loop` is compatible with. One loop may be the partner of
@@ -146,9 +152,8 @@ public:
     ///
     /// With n vertices in all, the holes in any order, this costs time in proportion to n log n.
     ///
-    /// \param other   the exterior loops must be compatible, the numbers of interior loops equal, and every
-    /// interior
-    ///                loop of `other` must have a partner in this section. So the answer may differ from that of
+    /// \param other   the exterior loops must be compatible, the numbers of interior loops equal, and every loop
+    ///                in `other` must have a partner in this section. So the answer may differ from that of
     ///                `other` about this section.
     ///
     /// \param convex  true compares the lists of convex loops place by place instead, this section's with that of

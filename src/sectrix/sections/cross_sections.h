@@ -42,8 +42,6 @@ public:
     CrossSections(std::vector<Vec<2, double>> const& points, bool fill);
     /// The same over a copy of `positions`, names included.
     CrossSections(CSPositions const& positions, bool fill);
-    /// The set that lies between two sets; see the group on alignment and blending.
-    CrossSections(CrossSections const& first, CrossSections const& second, double ratio, bool convex);
     /// A copy of all, derived state included. Nothing is built in `other`.
     CrossSections(CrossSections const& other);
     /// Takes pool, sections and parameters over, leaving `other` without any; it keeps its scale and box.
@@ -106,26 +104,26 @@ public:
     /// @}
 
     /// \name Alignment and blending
+    /// @{
+
+    /// The set that lies the fraction `ratio` of the way from `first` to `second`. Every number is the blend
+    /// (1 - ratio) * p + ratio * q in double precision: two products rounded one by one and then added.
     ///
-    /// The blending constructor, `CrossSections(first, second, ratio, convex)`, makes the set that lies the
-    /// fraction `ratio` of the way from `first` to `second`. Every number is the blend (1 - ratio) * p + ratio * q,
-    /// in double precision, two products rounded one by one and then added.
-    ///
-    /// When `first` is compatible with `second`, the set has the positions of `first`, with their names and
-    /// indices, as `CSPositions::SetPositions` blends them; then every section of `first`, in order, blended with
-    /// its partner in `second`, so that positions used by a loop go by the pairing of the loops; and the parameters
+    /// When `first` is compatible with `second`, the set has the positions of `first`, names and indices included,
+    /// as `CSPositions::SetPositions` blends them; then every section of `first`, in order, blended with its
+    /// partner in `second`, so that positions used by a loop go by the pairing of the loops; and the parameters
     /// that both have, blended. When it is not, the set is a copy of `first`, whatever `second` and `ratio` are. In
     /// both cases its scale is 1.0, no box is kept, no convex loop is built, and positions that building convex
     /// loops has added to `first` are taken out again.
     ///
     /// The coordinates of `first` and `second` stay. Convex loops may be built in them: with `convex` true those of
-    /// the sections compared, and those of all sections of `first` when the sets are not compatible. So neither set
-    /// may be in use by another thread meanwhile.
+    /// the sections compared, and all those of `first` when the sets are not compatible. So neither set may be in
+    /// use by another thread meanwhile.
     ///
-    /// \param ratio   neither tested nor held to 0 to 1; beyond them it extrapolates.
+    /// \param ratio   neither tested nor held to 0 to 1; beyond these it extrapolates.
     ///
     /// \param convex  what `IsCompatible` compares; the blend is always that of the exterior and interior loops.
-    /// @{
+    CrossSections(CrossSections const& first, CrossSections const& second, double ratio, bool convex);
 
     /// The section of this set that is the partner of `section`, with `found` true: the one at `place` when
     /// `section` is compatible with it, else the first that `section` is compatible with. One section may be the
@@ -136,12 +134,10 @@ public:
     ///
     /// \param section  as a rule a section of another set.
     ///
-    /// \param place    as a rule the place of `section` in its own list. Beyond the end of this one it says
-    /// nothing.
+    /// \param place    as a rule the place of `section` in its own list; past the end of this one it says nothing.
     ///
     /// \param convex   what `CrossSection::IsCompatible` compares. With true, convex loops are built in `section`
-    /// and
-    ///                 in the sections that it is compared with, and so in this set's pool.
+    ///                 and in the sections that it is compared with, and so in this set's pool.
     CrossSection const& GetCompatibleSection(CrossSection const& section, std::uint64_t place, bool convex,
                                              bool& found) const;
 

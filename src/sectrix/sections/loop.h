@@ -65,9 +65,6 @@ public:
     Loop(Loop const& other) = default;
     /// A copy over `pool`, with the indices taken as they are: `pool` must hold the same positions under them.
     Loop(Loop const& other, CSPositions const& pool);
-    /// A loop over `pool` that lies between two loops; see the group on alignment and blending.
-    Loop(Loop const& first, Loop const& second, CSPositions& pool, CSPositions const& firstPositions,
-         CSPositions const& secondPositions, double ratio);
     /// Takes the vertices of `other`; the pool stays.
     Loop& operator=(Loop const& other);
 
@@ -125,26 +122,28 @@ public:
     /// Loops are aligned by the names of their positions, compared byte for byte. Coordinates are never looked at
     /// and there is no tolerance. A vertex is named when its index is in its loop's pool and the position there has
     /// a name.
+    /// @{
+
+    /// A loop over `pool` that lies between two loops. It moves positions that `pool` has, and adds none.
     ///
-    /// The blending constructor, `Loop(first, second, pool, firstPositions, secondPositions, ratio)`, makes a loop
-    /// over `pool` and moves positions of `pool` that exist; it adds none. With m the smaller of the two numbers of
-    /// vertices, it pairs the vertices of `first` at the places 0 to m - 1 with vertices of `second` by the shift
-    /// of `first` against `second`, also where that shift is not good, and with a negative one read as 0. Where the
-    /// index of the first vertex is in `pool` and both vertices have a position, that entry of `pool` is moved to
-    /// the blend (1 - ratio) * p + ratio * q of the two positions, and a copy of the first vertex, flag included,
-    /// is appended; other pairs are left out. Nothing is added up where two loops use one position: the later write
-    /// stands in full. Not a number as `ratio` gives coordinates that are not a number.
+    /// With m the smaller of the two numbers of vertices, the vertices of `first` at the places 0 to m - 1 are
+    /// paired with vertices of `second` by the shift of `first` against `second`, also where that shift is not
+    /// good; a negative one counts as 0. Where the first index of a pair is in `pool` and both its vertices have a
+    /// position, that entry of `pool` moves to the blend (1 - ratio) * p + ratio * q of the two, and a copy of the
+    /// first vertex, flag included, is appended. Other pairs are left out. Where a position is used twice the later
+    /// write stands in full.
     ///
-    /// \param first   gives the vertices, in its order, and the coordinates at ratio 0, from its own pool.
+    /// \param first   gives the vertices, in its order, and the coordinates p, from its own pool.
     ///
-    /// \param second  gives the coordinates at ratio 1, from its own pool.
+    /// \param second  gives the coordinates q, from its own pool.
     ///
     /// \param pool    has an entry under every index that `first` uses, or else loses that vertex.
     ///
     /// \param firstPositions, secondPositions  not looked at.
     ///
-    /// \param ratio   neither tested nor held to 0 to 1; beyond them it extrapolates.
-    /// @{
+    /// \param ratio   neither tested nor held to 0 to 1; beyond these it extrapolates.
+    Loop(Loop const& first, Loop const& second, CSPositions& pool, CSPositions const& firstPositions,
+         CSPositions const& secondPositions, double ratio);
 
     /// The shift s that brings this loop onto `other`: with n vertices each, vertex i of this loop corresponds to
     /// vertex (i - s) mod n of `other`.
@@ -157,9 +156,8 @@ public:
     /// Costs time in proportion to n log n for large loops, and allocates nothing for small ones.
     ///
     /// \param ok  false when the numbers of named vertices differ, or when the walk through this loop meets an
-    /// index
-    ///            that is not in its pool, a name that `other` lacks or another shift than the fixed one. The
-    ///            result is then the shift fixed before that, or 0.
+    ///            index that is not in its pool, a name that `other` lacks or another shift than the fixed one.
+    ///            The result is then the shift fixed before that, or 0.
     int GetOtherShift(Loop const& other, bool& ok) const;
 
     /// True when the loops have the same number of vertices and line up. Where both pools have names in their name
