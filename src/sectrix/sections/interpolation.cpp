@@ -20,16 +20,43 @@ Vec<2, double> Blended(CSPosition const& first, CSPosition const& second, double
 void CSPositions::SetPositions(CSPositions const& first, CSPositions const& second, double ratio) {
     if (this == &first || this == &second)
         return SetPositions(CSPositions(first), CSPositions(second), ratio);
+    bool const takesIndex = first.m_isIndexExact && m_positions.empty() && m_nameIndex.empty();
     if (m_positions.empty())
         Reserve(first.m_positions.size());
+    std::size_t nextPlace = 0;
     for (std::size_t index = 0; index < first.m_positions.size(); ++index) {
         auto const& position = first.m_positions[index];
-        bool found = false;
-        auto const& partner =
-            position.Name().empty() ? second.GetPosition(index, found) : second.GetPosition(position.Name(), found);
-        bool const isPair = found && partner.Name() == position.Name();
-        AddPosition(position.Name(), isPair ? Blended(position, partner, ratio) : position.Position());
+        auto const* partner = second.FindPartner(position, index, nextPlace);
+        auto const point = partner ? Blended(position, *partner, ratio) : position.Position();
+        if (takesIndex)
+            m_positions.emplace_back(position.Name(), point);
+        else
+            AddPosition(position.Name(), point);
     }
+    if (takesIndex) { // what adding name by name would give, several times as fast
+        m_nameIndex = first.m_nameIndex;
+        m_isIndexExact = true;
+    }
+}
+
+CSPosition const* CSPositions::FindPartner(CSPosition const& position, std::size_t index,
+                                           std::size_t& nextPlace) const {
+    auto const& name = position.Name();
+    auto const hasName = [&](std::size_t place) {
+        return place < m_positions.size() && m_positions[place].Name() == name;
+    };
+    auto place = name.empty() ? index : nextPlace;
+    // Where names are unique, a position of this name is the one that the name index leads to.
+    if (!name.empty() && !(m_isIndexExact && hasName(place))) {
+        auto const entry = m_nameIndex.find(name);
+        if (entry == m_nameIndex.end())
+            return nullptr;
+        place = entry->second;
+    }
+    if (!hasName(place))
+        return nullptr;
+    nextPlace = place + 1;
+    return &m_positions[place];
 }
 
 Loop::Loop(Loop const& first, Loop const& second, CSPositions& pool, CSPositions const& /*firstPositions*/,
