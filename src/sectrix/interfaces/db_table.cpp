@@ -6,6 +6,8 @@ namespace mvq {
 
 namespace {
 
+std::size_t const kUsualLength = 192; // of a query
+
 [[noreturn]] void NotSupported(char const* operation) {
     throw gvs::Error(std::string("mvq::DbTable::") + operation + " is not supported");
 }
@@ -13,10 +15,9 @@ namespace {
 } // namespace
 
 DbTable::DbTable(gvs::Database* db, wchar_t const* table)
-    : m_database(*db), m_name(gvs::ToSqlText(table)), m_read(*db, "PRAGMA main.schema_version"),
-      m_schema(*db, Select("t.*", nullptr) + " LIMIT 0") {
-    // The read comes first: within it, what the schema is cannot change before the query.
-    m_read.Step();
+    : m_database(*db), m_name(gvs::ToSqlText(table)), m_source("main." + gvs::Quoted(m_name)),
+      // Counting no rows gives one row, at no cost and whatever the table is: of its columns, and of the count.
+      m_schema(*db, Select("t.*, count(*) AS \"\"", nullptr) + " WHERE 0") {
     m_schema.Step();
 }
 
@@ -113,8 +114,8 @@ void DbTable::setBlob(wchar_t const* column, void const* data, int size) {
     if (size < 0)
         throw gvs::Error("a blob has no negative size");
     gvs::Value const id(getInt64Value(_ID()));
-    gvs::Statement statement(m_database, "UPDATE main." + gvs::Quoted(m_name) + " SET " +
-                                             gvs::Quoted(gvs::ToSqlText(column)) + " = ?2 WHERE rowid = ?1");
+    gvs::Statement statement(m_database, "UPDATE " + m_source + " SET " + gvs::Quoted(gvs::ToSqlText(column)) +
+                                             " = ?2 WHERE rowid = ?1");
     statement.Bind(1, id);
     statement.Bind(2, data, size);
     statement.Step();
@@ -196,12 +197,14 @@ void DbTable::endBulk() {
     NotSupported("endBulk");
 }
 
-std::string DbTable::Select(std::string const& what, gvs::Expression const* filter) const {
-    // "main" keeps temporary tables of the same name out. Columns are named through t, since SQLite takes a quoted
-    // name that stands alone for a text when there is no such column.
-    auto sql = "SELECT " + what + " FROM main." + gvs::Quoted(m_name) + " AS t";
+std::string DbTable::Select(char const* what, gvs::Expression const* filter) const {
+    // Columns are named through t, since SQLite takes a quoted name that stands alone for a text when there is no
+    // such column.
+    std::string sql;
+    sql.reserve(kUsualLength);
+    sql.append("SELECT ").append(what).append(" FROM ").append(m_source).append(" AS t");
     if (auto const condition = filter ? filter->Condition() : std::string(); !condition.empty())
-        sql += " WHERE " + condition;
+        sql.append(" WHERE ").append(condition);
     return sql;
 }
 

@@ -121,7 +121,7 @@ public:
     static wchar_t const* _ID() { return L"rowid"; }
 
 private:
-    std::string Select(std::string const& what, gvs::Expression const* filter) const;
+    std::string Select(char const* what, gvs::Expression const* filter) const;
     bool HasRowId() const;
     /// The place of the column in the current row.
     int PlaceOf(wchar_t const* column) const;
@@ -129,9 +129,9 @@ private:
     gvs::Database& m_database;
     /// The table's name in UTF-8.
     std::string m_name;
-    /// Holds the read. It stands on a row from construction on, so that SQLite keeps the read open.
-    gvs::Statement m_read;
-    /// A query for no row, whose columns are the schema.
+    /// The table as SQL names it. "main" keeps temporary tables of the same name out.
+    std::string m_source;
+    /// Its columns are the schema. It stands on a row from construction on, and that holds the read open.
     gvs::Statement m_schema;
     /// The query, while there is one.
     std::optional<gvs::Statement> m_query;

@@ -3,6 +3,7 @@
 #include "sectrix/foundation/export.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -171,11 +172,13 @@ private:
         int m_repreparations = -1;
     };
 
+    using Statements = std::multimap<std::string, Prepared, std::less<>>;
+
     /// Closes what was opened, and does nothing to what was borrowed.
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> m_connection;
     /// Statements that nobody is using, by their SQL. Equal ones come about where one was needed while the other
     /// was still at work.
-    std::multimap<std::string, Prepared> m_idle;
+    Statements m_idle;
 };
 
 } // namespace gvs

@@ -1,28 +1,32 @@
 #include "sectrix/interfaces/statement.h"
 
+#include <cwchar>
 #include <sqlite3.h>
 
 namespace gvs {
 
 namespace {
 
-void AppendUtf8(std::uint32_t character, std::string& text) {
-    auto const append = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
+/// Writes one character and returns the place behind it.
+char* EncodeCharacter(std::uint32_t character, char* target) {
+    auto const put = [&target](std::uint32_t byte) { *target++ = static_cast<char>(byte); };
     if (character < 0x80) {
-        append(character);
-    } else if (character < 0x800) {
-        append(0xC0 | character >> 6);
-        append(0x80 | (character & 0x3F));
+        put(character);
+        return target;
+    }
+    if (character < 0x800) {
+        put(0xC0 | character >> 6);
     } else {
         if (character < 0x10000) {
-            append(0xE0 | character >> 12);
+            put(0xE0 | character >> 12);
         } else {
-            append(0xF0 | character >> 18);
-            append(0x80 | (character >> 12 & 0x3F));
+            put(0xF0 | character >> 18);
+            put(0x80 | (character >> 12 & 0x3F));
         }
-        append(0x80 | (character >> 6 & 0x3F));
-        append(0x80 | (character & 0x3F));
+        put(0x80 | (character >> 6 & 0x3F));
     }
+    put(0x80 | (character & 0x3F));
+    return target;
 }
 
 bool IsHighSurrogate(std::uint32_t unit) {
@@ -36,32 +40,36 @@ bool IsLowSurrogate(std::uint32_t unit) {
 } // namespace
 
 std::string ToSqlText(wchar_t const* text) {
-    std::string result;
-    for (; text && *text; ++text) {
+    if (!text)
+        return {};
+    std::string result(4 * std::wcslen(text), '\0'); // no character needs more
+    char* end = result.data();
+    for (; *text; ++text) {
         auto character = static_cast<std::uint32_t>(*text);
         auto const next = static_cast<std::uint32_t>(text[1]);
         if (IsHighSurrogate(character) && IsLowSurrogate(next)) {
             character = 0x10000 + ((character - 0xD800) << 10) + (next - 0xDC00);
             ++text;
         }
-        AppendUtf8(character <= 0x10FFFF ? character : character & 0xFFFF, result);
+        end = EncodeCharacter(character <= 0x10FFFF ? character : character & 0xFFFF, end);
     }
+    result.resize(static_cast<std::size_t>(end - result.data()));
     return result;
 }
 
 std::string Quoted(std::string const& name) {
-    std::string quoted = "\"";
-    for (char const letter : name)
-        quoted.append(letter == '"' ? 2 : 1, letter);
-    return quoted += '"';
+    auto quoted = '"' + name + '"';
+    for (auto at = quoted.find('"', 1); at + 1 < quoted.size(); at = quoted.find('"', at + 2))
+        quoted.insert(at, 1, '"');
+    return quoted;
 }
 
-Statement::Statement(Database& database, std::string const& sql, Expression const* filter) : m_database(database) {
+Statement::Statement(Database& database, std::string_view sql, Expression const* filter) : m_database(database) {
     auto idle = m_database.m_idle.find(sql);
     if (idle == m_database.m_idle.end()) {
         sqlite3_stmt* handle = nullptr;
-        if (sqlite3_prepare_v3(m_database.m_connection.get(), sql.c_str(), -1, SQLITE_PREPARE_PERSISTENT, &handle,
-                               nullptr) != SQLITE_OK)
+        if (sqlite3_prepare_v3(m_database.m_connection.get(), sql.data(), static_cast<int>(sql.size()),
+                               SQLITE_PREPARE_PERSISTENT, &handle, nullptr) != SQLITE_OK)
             Fail();
         Database::Prepared prepared;
         prepared.m_handle.reset(handle);

@@ -2,6 +2,9 @@
 
 #include "sectrix/interfaces/gvs.h"
 
+#include <string>
+#include <string_view>
+
 /// \file
 /// SQL at work on a model database: for the layer above the handle, not for the host.
 
@@ -23,7 +26,7 @@ public:
     /// Binds the constants of `filter`, where there is one, to the first parameters.
     /// \param sql  one statement; the text is what it is kept by.
     /// \throws Error when it cannot be prepared, for instance as there is no such table.
-    Statement(Database& database, std::string const& sql, Expression const* filter = nullptr);
+    Statement(Database& database, std::string_view sql, Expression const* filter = nullptr);
     /// Ends the use, and with it the statement's hold on the database.
     ~Statement();
 
@@ -49,7 +52,7 @@ public:
 private:
     Database& m_database;
     /// Out of the database's list for as long as the use lasts; going back needs no memory, so it cannot fail.
-    std::multimap<std::string, Database::Prepared>::node_type m_prepared;
+    Database::Statements::node_type m_prepared;
 };
 
 } // namespace gvs
