@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstddef>
 #include <random>
+#include <utility>
 #include <vector>
 
 /// \file
@@ -138,6 +139,109 @@ inline Shape GridPlate(Random& random, int side) {
         double const w = 1 + Below(random, 2), h = 1 + Below(random, 2);
         shape.AddLoop({{x, y}, {x + w, y}, {x + w, y + h}, {x, y + h}}, true);
     }
+    return shape;
+}
+
+/// A map-like coast: a closed line broken again and again at its middle, with small islands of the same kind
+/// inside.
+inline Shape Coast(Random& random, std::size_t corners, std::size_t islands) {
+    auto const outline = [&random](std::size_t count, double x, double y, double radius) {
+        std::vector<Point> line;
+        double height = 0.0;
+        for (std::size_t i = 0; i < count; ++i) {
+            // A rough radius that wanders, and returns to where it began.
+            double const t = static_cast<double>(i) / static_cast<double>(count);
+            height += Uniform(random, -1.0, 1.0) / std::sqrt(static_cast<double>(count));
+            double const wander = height * (1 - t) + 0.2 * std::sin(25.0 * t * 6.283185307179586);
+            double const r = radius * (1.0 + 0.25 * std::tanh(wander));
+            line.push_back({x + r * std::cos(6.283185307179586 * t), y + r * std::sin(6.283185307179586 * t)});
+        }
+        return line;
+    };
+    Shape shape;
+    shape.AddLoop(outline(corners, 0, 0, 1000));
+    auto const side = static_cast<std::size_t>(std::ceil(std::sqrt(static_cast<double>(islands))));
+    double const cell = side > 0 ? 1000.0 / static_cast<double>(side) : 0;
+    for (std::size_t i = 0; i < islands; ++i)
+        shape.AddLoop(outline(8 + i % 17, -500 + cell * (static_cast<double>(i % side) + 0.5),
+                              -500 + cell * (static_cast<double>(i / side) + 0.5), 0.3 * cell),
+                      true);
+    return shape;
+}
+
+/// A band along a space-filling curve of the given order, which has 2 * 4^order corners.
+inline Shape Hilbert(int order) {
+    std::size_t const count = std::size_t{1} << (2 * order);
+    std::vector<Point> path;
+    for (std::size_t d = 0; d < count; ++d) {
+        std::size_t x = 0, y = 0, t = d;
+        for (std::size_t s = 1; s < (std::size_t{1} << order); s *= 2) {
+            std::size_t const rx = 1 & (t / 2), ry = 1 & (t ^ rx);
+            if (ry == 0) {
+                if (rx == 1) {
+                    x = s - 1 - x;
+                    y = s - 1 - y;
+                }
+                std::swap(x, y);
+            }
+            x += s * rx;
+            y += s * ry;
+            t /= 4;
+        }
+        path.push_back({static_cast<double>(x), static_cast<double>(y)});
+    }
+    std::vector<Point> right, left;
+    for (std::size_t i = 0; i < count; ++i) {
+        auto const& p = path[i > 0 ? i - 1 : 0];
+        auto const& q = path[i + 1 < count ? i + 1 : i];
+        double const dx = q.x - p.x, dy = q.y - p.y, length = std::hypot(dx, dy);
+        right.push_back({path[i].x + 0.3 * dy / length, path[i].y - 0.3 * dx / length});
+        left.push_back({path[i].x - 0.3 * dy / length, path[i].y + 0.3 * dx / length});
+    }
+    right.insert(right.end(), left.rbegin(), left.rend());
+    Shape shape;
+    shape.AddLoop(right);
+    return shape;
+}
+
+/// A rectangle with rectangular holes in rows and columns; holes of one row or column line up exactly.
+inline Shape Plate(std::size_t columns, std::size_t rows) {
+    Shape shape;
+    auto const rectangle = [](double x, double y, double w, double h) {
+        return std::vector<Point>{{x, y}, {x + w, y}, {x + w, y + h}, {x, y + h}};
+    };
+    shape.AddLoop(rectangle(0, 0, static_cast<double>(columns), static_cast<double>(rows)));
+    for (std::size_t row = 0; row < rows; ++row)
+        for (std::size_t column = 0; column < columns; ++column)
+            shape.AddLoop(rectangle(static_cast<double>(column) + 0.25, static_cast<double>(row) + 0.25, 0.5, 0.5),
+                          true);
+    return shape;
+}
+
+/// A circle with one notch.
+inline Shape NotchedCircle(std::size_t corners) {
+    Shape shape;
+    std::vector<Point> circle;
+    for (std::size_t i = 0; i < corners; ++i) {
+        double const angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(corners);
+        double const radius = i == corners / 3 ? 500 : 1000;
+        circle.push_back({radius * std::cos(angle), radius * std::sin(angle)});
+    }
+    shape.AddLoop(circle);
+    return shape;
+}
+
+/// A comb whose teeth are long, thin and leaning.
+inline Shape LeaningComb(std::size_t teeth) {
+    Shape shape;
+    double const width = 2.0 * static_cast<double>(teeth);
+    std::vector<Point> outline{{0, -5}, {width, -5}};
+    for (std::size_t i = teeth; i-- > 0;) {
+        double const x = 2.0 * static_cast<double>(i);
+        outline.push_back({x + 1.5 + 0.5 * width, 0.5 * width});
+        outline.push_back({x, 0});
+    }
+    shape.AddLoop(outline);
     return shape;
 }
 

@@ -51,40 +51,6 @@ Loop& CrossSection::AddConvexLoop() const {
     return m_convexLoops.emplace_back(*m_positions, false);
 }
 
-std::vector<Loop>& CrossSection::GetConvexLoops() {
-    ConvexLoops();
-    return m_convexLoops;
-}
-
-std::vector<Loop> const& CrossSection::ConvexLoops() const {
-    if (m_convexLoops.empty() && !m_exteriorLoop.Vertices().empty())
-        Build();
-    return m_convexLoops;
-}
-
-void CrossSection::Build() const {
-    auto const addedBefore = m_addedVertices.size();
-    auto const poolBefore = m_positions->m_positions.size();
-    try {
-        m_convexLoops.push_back(m_exteriorLoop);
-        m_convexLoops.insert(m_convexLoops.end(), m_interiorLoops.begin(), m_interiorLoops.end());
-        RemoveHoles();
-        BuildConvexLoops();
-    } catch (...) {
-        m_convexLoops.clear();
-        m_addedVertices.resize(addedBefore);
-        while (m_positions->m_positions.size() > poolBefore)
-            m_positions->m_positions.pop_back(); // bridge feet, which have no names
-        throw;
-    }
-}
-
-void CrossSection::ResetConvexLoops(std::set<int>& removed) {
-    removed.insert(m_addedVertices.begin(), m_addedVertices.end());
-    m_convexLoops.clear();
-    m_addedVertices.clear();
-}
-
 int CrossSection::Modulo(int value, int size) const {
     int const rest = value % size;
     return rest < 0 ? rest + size : rest;

@@ -19,6 +19,8 @@ class Dom;
 
 namespace Sectrix {
 
+class HoleMerger;
+
 /// A planar outline: one exterior loop, any number of interior loops (holes), and the name of an assembly part.
 ///
 /// The exterior loop runs counter-clockwise with x to the right and y upward, interior loops run clockwise; nothing
@@ -141,6 +143,13 @@ protected:
 private:
     friend class CrossSections;
 
+    /// Puts the points of a loop's vertices into `points`, the origin for what is not in the pool; false where
+    /// there is such a vertex.
+    bool ReadPoints(std::vector<Vertex> const& vertices, std::vector<Vec<2, double>>& points) const;
+    /// The steps behind the build, on the working list.
+    std::size_t MergeHoles(std::size_t limit) const;
+    std::vector<std::size_t> OrderHoles(std::size_t limit) const;
+    void TakeMerged(HoleMerger const& merger, std::vector<std::size_t> order) const;
     /// Fills the working list, merges the holes and cuts. The list must be empty.
     void Build() const;
     /// Binds the section and all its loops to another pool, in which their indices have the same meaning.

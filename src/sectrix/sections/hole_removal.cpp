@@ -1,109 +1,113 @@
 #include "sectrix/foundation/strict_arithmetic.h"
 #include "sectrix/sections/cross_section.h"
+#include "sectrix/sections/hole_merger.h"
 
+#include <algorithm>
 #include <limits>
-#include <optional>
+#include <utility>
 
 namespace qel::Sectrix {
 
 namespace {
 
-using Point = Vec<2, double>;
-
-/// Where the bridge from a hole meets the outline.
-struct BridgeFoot {
-    Point m_point;
-    /// The place of the outline's vertex at the foot, or of the one before the foot; -1 while there is no
-    /// candidate.
-    int m_place = -1;
-    /// Where the foot lies on an edge between its ends, the place at the end of that edge; else -1.
-    int m_farPlace = -1;
-
-    void TakeIfNearer(Point const& point, int place, int farPlace) {
-        if (point[0] > m_point[0])
-            *this = {point, place, farPlace};
-    }
-};
-
-/// Lets the edge from `a` at place `i` to `b` at place `j` compete for the foot of a ray that runs from `h` to the
-/// left.
-void MeetEdge(Point const& a, int i, Point const& b, int j, Point const& h, BridgeFoot& best) {
-    double const tolerance = 1e-6; // on the product of the two height differences
-    if (!(a[0] < h[0]) && !(b[0] < h[0]))
-        return;
-    double const product = (b[1] - h[1]) * (a[1] - h[1]);
-    if (product * product > tolerance * tolerance) {
-        if (!(product < -tolerance))
-            return; // both ends on one side of the ray
-        double const x = (h[1] - a[1]) * (b[0] - a[0]) / (b[1] - a[1]) + a[0];
-        if (x < h[0])
-            best.TakeIfNearer({x, h[1]}, i, j);
-    } else {
-        // An end lies at the height of the ray. Both compete, without a look at which one it is.
-        best.TakeIfNearer(a, i, -1);
-        best.TakeIfNearer(b, j, -1);
-    }
+/// Makes room for `count` more entries, with a growth that keeps many small calls cheap.
+template <class List>
+void ReserveMore(List& list, std::size_t count) {
+    if (list.capacity() - list.size() < count)
+        list.reserve(std::max(list.size() + count, 2 * list.capacity()));
 }
 
 } // namespace
 
-void CrossSection::RemoveHoles() const {
-    while (RemoveHole()) {
-    }
+bool CrossSection::RemoveHole() const {
+    return MergeHoles(1) > 0;
 }
 
-bool CrossSection::RemoveHole() const {
-    // The hole that reaches furthest left: all others that its ray could meet are part of the outline by now.
-    std::size_t hole = 0;
-    int holePlace = -1;
-    Point h{std::numeric_limits<double>::max(), 0.0};
+void CrossSection::RemoveHoles() const {
+    // Between single steps, left-most vertices that were worked out before their positions changed are looked at
+    // again, and an index that was not in the pool may be that of a new foot. All at once is the same only without
+    // either.
+    bool const isPlain = std::all_of(m_convexLoops.begin(), m_convexLoops.end(), [this](Loop const& loop) {
+        return loop.m_positions == m_positions && (loop.m_leftMost < 0 || loop.m_leftMost == loop.FindLeftMost()) &&
+               std::all_of(loop.m_vertices.begin(), loop.m_vertices.end(),
+                           [this](Vertex const& vertex) { return m_positions->Find(vertex.Index()) != nullptr; });
+    });
+    if (isPlain)
+        MergeHoles(m_convexLoops.size());
+    else
+        while (RemoveHole()) {
+        }
+}
+
+std::size_t CrossSection::MergeHoles(std::size_t limit) const {
+    auto const order = OrderHoles(limit);
+    int const leftMost = order.empty() ? -1 : m_convexLoops[0].LeftMostVertex();
+    if (leftMost < 0)
+        return 0;
+    auto const& outline = m_convexLoops[0].m_vertices;
+    std::vector<Vec<2, double>> points;
+    if (!ReadPoints(outline, points))
+        return 0;
+
+    std::vector<HoleMerger::Hole> holes;
+    holes.reserve(order.size());
+    for (auto const entry : order) {
+        auto& loop = m_convexLoops[entry];
+        holes.push_back({&loop.m_vertices, {}, static_cast<std::size_t>(loop.LeftMostVertex())});
+        ReadPoints(loop.m_vertices, holes.back().m_points);
+    }
+    HoleMerger merger(outline, points, static_cast<std::size_t>(leftMost), std::move(holes), m_positions->Count());
+    while (merger.Merge()) {
+    }
+    if (merger.MergedCount() > 0)
+        TakeMerged(merger, order);
+    return merger.MergedCount();
+}
+
+/// The entries of the working list that are holes with a left-most vertex, in the order of merging, no more than
+/// `limit`: by their least x, of equal ones the first in the list first.
+std::vector<std::size_t> CrossSection::OrderHoles(std::size_t limit) const {
+    std::vector<std::pair<double, std::size_t>> heads;
     for (std::size_t entry = 1; entry < m_convexLoops.size(); ++entry) {
         int const place = m_convexLoops[entry].LeftMostVertex();
         if (place < 0)
             continue;
-        auto const* position =
-            m_positions->Find(m_convexLoops[entry].m_vertices[static_cast<std::size_t>(place)].Index());
-        if (position && position->Position()[0] < h[0]) {
-            h = position->Position();
-            hole = entry;
-            holePlace = place;
-        }
-    }
-    if (holePlace < 0)
-        return false;
-
-    auto& outline = m_convexLoops[0];
-    int const leftMost = outline.LeftMostVertex();
-    if (leftMost < 0)
-        return false;
-    std::vector<Point> points;
-    points.reserve(outline.m_vertices.size());
-    for (auto const& vertex : outline.m_vertices) {
+        auto const& vertex = m_convexLoops[entry].m_vertices[static_cast<std::size_t>(place)];
         auto const* position = m_positions->Find(vertex.Index());
-        if (!position)
-            return false;
-        points.push_back(position->Position());
+        if (position && position->Position()[0] < std::numeric_limits<double>::max())
+            heads.emplace_back(position->Position()[0], entry);
     }
+    std::size_t const count = std::min(limit, heads.size());
+    std::partial_sort(heads.begin(), heads.begin() + static_cast<std::ptrdiff_t>(count), heads.end());
+    std::vector<std::size_t> order;
+    for (std::size_t i = 0; i < count; ++i)
+        order.push_back(heads[i].second);
+    return order;
+}
 
-    BridgeFoot foot;
-    foot.m_point = points[static_cast<std::size_t>(leftMost)];
-    foot.m_point[0] -= 1.0; // every point of the outline is nearer
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        auto const j = i + 1 < points.size() ? i + 1 : 0;
-        MeetEdge(points[i], static_cast<int>(i), points[j], static_cast<int>(j), h, foot);
-    }
-    if (foot.m_place < 0)
-        return false;
+/// Puts the merged outline into the working list in place of the old one and of the holes that are part of it now.
+/// Changes nothing when memory runs out.
+void CrossSection::TakeMerged(HoleMerger const& merger, std::vector<std::size_t> order) const {
+    auto vertices = merger.Outline();
+    ReserveMore(m_addedVertices, merger.Feet().size());
+    ReserveMore(m_positions->m_positions, merger.Feet().size());
+    for (auto const& foot : merger.Feet())
+        m_addedVertices.push_back(m_positions->AddPosition(foot));
+    m_convexLoops[0].m_vertices.swap(vertices);
+    m_convexLoops[0].Touch();
 
-    if (foot.m_farPlace >= 0) {
-        int const index = m_positions->AddPosition(foot.m_point);
-        outline.InsertVertex(index, foot.m_farPlace);
-        m_addedVertices.push_back(index);
-        foot.m_place = foot.m_farPlace;
+    order.resize(merger.MergedCount());
+    std::sort(order.begin(), order.end());
+    std::size_t kept = order.front();
+    for (std::size_t entry = kept, merged = 0; entry < m_convexLoops.size(); ++entry) {
+        if (merged < order.size() && entry == order[merged]) {
+            ++merged;
+            continue;
+        }
+        m_convexLoops[kept].m_vertices.swap(m_convexLoops[entry].m_vertices);
+        m_convexLoops[kept++].Touch();
     }
-    outline.Add(m_convexLoops[hole], foot.m_place, holePlace, -1);
-    m_convexLoops.erase(m_convexLoops.begin() + static_cast<std::ptrdiff_t>(hole));
-    return true;
+    m_convexLoops.erase(m_convexLoops.begin() + static_cast<std::ptrdiff_t>(kept), m_convexLoops.end());
 }
 
 } // namespace qel::Sectrix

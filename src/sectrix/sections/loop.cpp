@@ -85,17 +85,22 @@ void Loop::Cut(int first, int last) {
 }
 
 int Loop::LeftMostVertex() {
-    if (m_leftMost >= 0)
-        return m_leftMost;
+    if (m_leftMost < 0)
+        m_leftMost = FindLeftMost();
+    return m_leftMost;
+}
+
+int Loop::FindLeftMost() const {
+    int leftMost = -1;
     double best = std::numeric_limits<double>::max();
     for (std::size_t place = 0; place < m_vertices.size(); ++place) {
         auto const* position = m_positions->Find(m_vertices[place].Index());
         if (position && position->Position()[0] < best) {
             best = position->Position()[0];
-            m_leftMost = static_cast<int>(place);
+            leftMost = static_cast<int>(place);
         }
     }
-    return m_leftMost;
+    return leftMost;
 }
 
 qel::BBox<2, double> Loop::BBox() const {

@@ -124,6 +124,8 @@ private:
     friend class CrossSection;
 
     bool HasPlace(int place) const { return place >= 0 && static_cast<std::size_t>(place) < m_vertices.size(); }
+    /// What `LeftMostVertex` works out.
+    int FindLeftMost() const;
     /// Marks the list as changed.
     void Touch() { m_leftMost = -1; }
     /// Binds the loop to another pool, in which its indices have the same meaning.

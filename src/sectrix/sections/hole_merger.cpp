@@ -1,0 +1,199 @@
+#include "sectrix/sections/hole_merger.h"
+#include "sectrix/foundation/strict_arithmetic.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace qel::Sectrix {
+
+namespace {
+
+/// On the product of the height differences between the ends of an edge and a ray.
+double const productTolerance = 1e-6;
+
+/// Two ends on one side of a ray count as off it where both are further away than this, the root of the tolerance
+/// on the product, with some room for rounding.
+double const heightRoom = 1.01e-3;
+
+/// From this many pairs of a hole and an edge on, the edges are indexed.
+std::size_t const indexThreshold = 40000;
+
+} // namespace
+
+HoleMerger::HoleMerger(std::vector<Vertex> const& vertices, std::vector<Point> const& points, std::size_t leftMost,
+                       std::vector<Hole> holes, int firstNewIndex)
+    : m_holes(std::move(holes)), m_firstNewIndex(firstNewIndex), m_leftMostX(points[leftMost][0]) {
+    std::size_t total = vertices.size();
+    bool isFinite = true;
+    auto const check = [&isFinite](Point const& point) { isFinite = isFinite && std::isfinite(point[1]); };
+    std::for_each(points.begin(), points.end(), check);
+    for (auto const& hole : m_holes) {
+        total += hole.m_points.size() + 3; // the hole, its head and the foot again, and a new foot
+        std::for_each(hole.m_points.begin(), hole.m_points.end(), check);
+    }
+    if (isFinite && m_holes.size() * total > indexThreshold) {
+        std::vector<double> heights;
+        for (auto const& hole : m_holes)
+            heights.push_back(hole.Head()[1]);
+        m_index.Reset(std::move(heights));
+    }
+
+    m_nodes.reserve(total);
+    m_edgeStarts.reserve(total + m_holes.size());
+    for (std::size_t i = 0; i < vertices.size(); ++i)
+        AddNode(points[i], vertices[i]);
+    int const count = static_cast<int>(vertices.size());
+    for (int node = 0; node < count; ++node)
+        At(node).m_next = node + 1 < count ? node + 1 : -1;
+    for (int node = 0; node < count; ++node)
+        AddEdge(node);
+}
+
+bool HoleMerger::Merge() {
+    if (m_merged == m_holes.size())
+        return false;
+    auto const& hole = m_holes[m_merged];
+    auto const foot = FindFoot(hole.Head());
+    if (foot.m_edge < 0)
+        return false;
+    int const bridge = foot.m_node >= 0 ? foot.m_node : Split(foot);
+    Splice(hole, bridge);
+    ++m_merged;
+    return true;
+}
+
+/// The foot with the greatest x; of several, that on the earliest edge.
+HoleMerger::Foot HoleMerger::FindFoot(Point const& head) {
+    Foot best;
+    best.m_point = {m_leftMostX - 1.0, head[1]}; // every point of the outline is nearer
+    if (m_index.IsInUse()) {
+        m_index.ForEach(head[1], [&](int edge) {
+            if (m_edgeStarts[static_cast<std::size_t>(edge)] < 0)
+                return false;
+            Meet(edge, head, best);
+            return true;
+        });
+    } else {
+        for (int node = m_first; node >= 0; node = At(node).m_next)
+            Meet(At(node).m_edge, head, best);
+    }
+    return best;
+}
+
+/// Lets an edge compete for the foot of the ray from `head`.
+void HoleMerger::Meet(int edge, Point const& head, Foot& best) const {
+    int const start = m_edgeStarts[static_cast<std::size_t>(edge)];
+    int const end = NextAround(start);
+    auto const& a = At(start).m_point;
+    auto const& b = At(end).m_point;
+    if (!(a[0] < head[0]) && !(b[0] < head[0]))
+        return;
+    auto const compete = [&](double x, double y, int node) {
+        // A walk along the outline meets the earliest edge first.
+        bool const canTie = m_index.IsInUse() && best.m_edge >= 0;
+        if (x > best.m_point[0] || (canTie && x == best.m_point[0] && IsEarlier(edge, best.m_edge)))
+            best = {{x, y}, edge, node};
+    };
+    double const product = (b[1] - head[1]) * (a[1] - head[1]);
+    if (product * product > productTolerance * productTolerance) {
+        if (!(product < -productTolerance))
+            return; // both ends on one side of the ray
+        double const x = (head[1] - a[1]) * (b[0] - a[0]) / (b[1] - a[1]) + a[0];
+        if (x < head[0])
+            compete(x, head[1], -1);
+    } else {
+        // An end lies at the height of the ray. Both compete, without a look at which one it is.
+        compete(a[0], a[1], start);
+        compete(b[0], b[1], end);
+    }
+}
+
+/// True when `edge` comes before `other` in the outline. Walks from both at once, since edges of one foot lie
+/// together.
+bool HoleMerger::IsEarlier(int edge, int other) const {
+    int const mine = m_edgeStarts[static_cast<std::size_t>(edge)];
+    int const theirs = m_edgeStarts[static_cast<std::size_t>(other)];
+    int fromMine = mine;
+    int fromTheirs = theirs;
+    while (mine != theirs) {
+        fromMine = At(fromMine).m_next;
+        fromTheirs = At(fromTheirs).m_next;
+        if (fromMine == theirs || fromTheirs < 0)
+            return true;
+        if (fromTheirs == mine || fromMine < 0)
+            return false;
+    }
+    return false;
+}
+
+/// Puts a new vertex where the foot lies, and returns it.
+int HoleMerger::Split(Foot const& foot) {
+    int const before = m_edgeStarts[static_cast<std::size_t>(foot.m_edge)];
+    int const node = AddNode(foot.m_point, Vertex(m_firstNewIndex + static_cast<int>(m_feet.size()), true));
+    m_feet.push_back(foot.m_point);
+    m_leftMostX = std::min(m_leftMostX, foot.m_point[0]);
+    m_edgeStarts[static_cast<std::size_t>(foot.m_edge)] = -1;
+    if (At(before).m_next < 0) { // on the closing edge, a new vertex comes first
+        At(node).m_next = m_first;
+        m_first = node;
+    } else {
+        At(node).m_next = At(before).m_next;
+        At(before).m_next = node;
+    }
+    AddEdge(before);
+    AddEdge(node);
+    return node;
+}
+
+/// Puts the hole, its head once more and the foot once more behind the foot.
+void HoleMerger::Splice(Hole const& hole, int bridge) {
+    std::size_t const count = hole.m_vertices->size();
+    int last = bridge;
+    int const behind = At(bridge).m_next;
+    int const oldEdge = At(bridge).m_edge;
+    auto const append = [&](Point const& point, Vertex const& vertex) {
+        int const node = AddNode(point, vertex);
+        At(last).m_next = node;
+        last = node;
+    };
+    for (std::size_t i = 0; i <= count; ++i) {
+        std::size_t const place = (hole.m_leftMost + i) % count;
+        append(hole.m_points[place], (*hole.m_vertices)[place]);
+    }
+    At(At(bridge).m_next).m_vertex.SetExterior(false);
+    append(At(bridge).m_point, Vertex(At(bridge).m_vertex.Index(), false));
+    At(last).m_next = behind;
+    m_leftMostX = std::min(m_leftMostX, hole.Head()[0]);
+
+    // The edge that left the foot leaves its second occurrence now, and is the same.
+    m_edgeStarts[static_cast<std::size_t>(oldEdge)] = last;
+    At(last).m_edge = oldEdge;
+    for (int node = bridge; node != last; node = At(node).m_next)
+        AddEdge(node);
+}
+
+int HoleMerger::AddNode(Point const& point, Vertex vertex) {
+    m_nodes.push_back({point, vertex, -1, -1});
+    return static_cast<int>(m_nodes.size()) - 1;
+}
+
+/// Makes the edge that leaves a node, whose next one must stand.
+void HoleMerger::AddEdge(int node) {
+    At(node).m_edge = static_cast<int>(m_edgeStarts.size());
+    m_edgeStarts.push_back(node);
+    if (!m_index.IsInUse())
+        return;
+    double const from = At(node).m_point[1];
+    double const to = At(NextAround(node)).m_point[1];
+    m_index.Add(At(node).m_edge, std::min(from, to) - heightRoom, std::max(from, to) + heightRoom);
+}
+
+std::vector<Vertex> HoleMerger::Outline() const {
+    std::vector<Vertex> outline;
+    outline.reserve(m_nodes.size());
+    for (int node = m_first; node >= 0; node = At(node).m_next)
+        outline.push_back(At(node).m_vertex);
+    return outline;
+}
+
+} // namespace qel::Sectrix

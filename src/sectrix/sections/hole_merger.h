@@ -1,0 +1,97 @@
+#pragma once
+
+#include "sectrix/foundation/value_types.h"
+#include "sectrix/sections/edge_index.h"
+#include "sectrix/sections/loop.h"
+
+#include <cstddef>
+#include <vector>
+
+/// \file
+/// The merging of holes into an outline.
+
+namespace qel::Sectrix {
+
+/// An outline and the holes to be merged into it, one after the other in ascending order of their least x.
+///
+/// From the left-most vertex of a hole a ray runs to the left. Where it first meets the outline, with all holes
+/// merged so far, stands the foot of a bridge: a vertex of the outline, or a new one on an edge. The outline then
+/// goes over the bridge, around the hole and back. Nothing but this object changes until the caller takes the
+/// result.
+class HoleMerger {
+public:
+    using Point = Vec<2, double>;
+
+    /// A hole, by its vertices and the place of its left-most one.
+    struct Hole {
+        std::vector<Vertex> const* m_vertices;
+        std::vector<Point> m_points;
+        std::size_t m_leftMost;
+
+        Point const& Head() const { return m_points[m_leftMost]; }
+    };
+
+    /// \param vertices       of the outline, with their points in the same order.
+    /// \param leftMost       the left-most of these.
+    /// \param holes          in the order of merging.
+    /// \param firstNewIndex  the pool index that the first new vertex will have.
+    HoleMerger(std::vector<Vertex> const& vertices, std::vector<Point> const& points, std::size_t leftMost,
+               std::vector<Hole> holes, int firstNewIndex);
+
+    /// Merges the next hole; false, with nothing changed, when its ray meets nothing or there is none left.
+    bool Merge();
+
+    /// The number of holes merged so far.
+    std::size_t MergedCount() const { return m_merged; }
+    /// The points of the new vertices, in the order of their making.
+    std::vector<Point> const& Feet() const { return m_feet; }
+    /// The outline as it stands.
+    std::vector<Vertex> Outline() const;
+
+private:
+    /// A vertex of the outline, in a list, since splicing into an array would move what is behind.
+    struct Node {
+        Point m_point;
+        Vertex m_vertex;
+        /// The next vertex; -1 behind the last one.
+        int m_next;
+        /// The edge that leaves here.
+        int m_edge;
+    };
+
+    /// Where the bridge from a hole meets the outline.
+    struct Foot {
+        Point m_point;
+        /// The edge that gave the foot; -1 while there is none.
+        int m_edge = -1;
+        /// The vertex at the foot; -1 where the foot lies on the edge between its ends.
+        int m_node = -1;
+    };
+
+    Foot FindFoot(Point const& head);
+    void Meet(int edge, Point const& head, Foot& best) const;
+    bool IsEarlier(int edge, int other) const;
+    int Split(Foot const& foot);
+    void Splice(Hole const& hole, int bridge);
+    int AddNode(Point const& point, Vertex vertex);
+    void AddEdge(int node);
+    int NextAround(int node) const { return At(node).m_next >= 0 ? At(node).m_next : m_first; }
+    Node& At(int node) { return m_nodes[static_cast<std::size_t>(node)]; }
+    Node const& At(int node) const { return m_nodes[static_cast<std::size_t>(node)]; }
+
+    /// In the order of merging.
+    std::vector<Hole> m_holes;
+    std::size_t m_merged = 0;
+    std::vector<Node> m_nodes;
+    int m_first = 0;
+    /// The node at which each edge begins; -1 once the edge has been split.
+    std::vector<int> m_edgeStarts;
+    std::vector<Point> m_feet;
+    int m_firstNewIndex;
+    /// The least x of the outline, and so of every foot.
+    double m_leftMostX;
+    /// The edges by their heights, where holes and edges are many; not in use otherwise.
+    EdgeIndex m_index;
+};
+
+} // namespace qel::Sectrix

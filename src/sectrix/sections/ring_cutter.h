@@ -1,0 +1,109 @@
+#pragma once
+
+#include "sectrix/foundation/value_types.h"
+#include "sectrix/sections/loop.h"
+#include "sectrix/sections/place_set.h"
+#include "sectrix/sections/vertex_grid.h"
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+/// \file
+/// The cutting of one loop into convex pieces.
+
+namespace qel::Sectrix {
+
+/// A loop under the knife, as a ring from which vertices leave and which none ever enters.
+///
+/// A vertex is known by its number, its place in the loop as it was loaded; what is left is always in that order. A
+/// piece is a chain: a run of vertices from a start to an end that the chord back to the start closes. Whether a
+/// start gives a piece depends on the ring alone, so a start that gave none gives none again while certain
+/// witnesses are all in the ring: its chain as it had grown, the vertex that ended the growth, and those that made
+/// it shrink. So each start is tried once, and once more whenever one of its witnesses has left.
+class RingCutter {
+public:
+    struct Chain {
+        int m_start;
+        int m_end;
+    };
+
+    /// Takes a loop's vertices, with their points in the same order, in place of what the ring held.
+    void Load(std::vector<Vertex> const& vertices, std::vector<Vec<2, double>> const& points);
+
+    /// The piece that the walk from the first notch on finds first; nothing when the ring is convex, has no more
+    /// than three vertices, or cannot be cut.
+    std::optional<Chain> FindPiece();
+
+    /// Takes a piece that was found out of the ring and appends its vertices to `piece`.
+    void CutOff(Chain const& chain, std::vector<Vertex>& piece);
+
+    /// The vertices that are left, in order.
+    std::vector<Vertex> Rest() const;
+
+private:
+    using Point = Vec<2, double>;
+
+    struct RingVertex {
+        Point m_point;
+        int m_previous, m_next;
+        /// The first entry of `m_watches` for this vertex; -1 for none.
+        int m_watch;
+        /// How often this vertex, as a start, has failed or been tried again since; tells which watches are still
+        /// good.
+        int m_trial;
+        Vertex m_vertex;
+        bool m_isInRing;
+    };
+
+    /// A start that has failed, in the list of one of its witnesses.
+    struct Watch {
+        int m_start;
+        int m_trial;
+        int m_next;
+    };
+
+    int Grow(int start) const;
+    bool Clear(Chain& chain);
+    bool ClearOf(int number, Chain& chain);
+    bool Contains(Chain const& chain, Point const& point) const;
+    bool CollectNear(Chain const& chain);
+    double RoomAround(Chain const& chain) const;
+    void RememberFailure(int start, int grownEnd);
+    void Unlink(Chain const& chain);
+    void TryAgainWithout(int number);
+    void UpdateNotch(int number);
+    void UpdateCandidate(int number);
+    void KeepGrid();
+
+    bool IsNotchAt(int number) const;
+    Point const& At(int number) const { return m_ring[static_cast<std::size_t>(number)].m_point; }
+    int Next(int number) const { return m_ring[static_cast<std::size_t>(number)].m_next; }
+    int Previous(int number) const { return m_ring[static_cast<std::size_t>(number)].m_previous; }
+
+    std::vector<RingVertex> m_ring;
+    /// The number of vertices that are left.
+    std::size_t m_size = 0;
+    /// The vertex at place 0 of what is left.
+    int m_first = 0;
+    /// The vertices whose corner is not strictly convex.
+    PlaceSet m_notches;
+    /// The starts that may give a piece: the next corner is strictly convex, and they are not known to fail.
+    PlaceSet m_candidates;
+    std::vector<Watch> m_watches;
+    /// The vertices that made the chain of the present trial shrink.
+    std::vector<int> m_shrinkers;
+
+    /// The vertices of a large ring by their points; empty while it is not worth it.
+    VertexGrid m_grid;
+    /// True when the points are finite and not so large that a product overflows.
+    bool m_isTame = false;
+    /// Sums up the rounding of a turn value, and of a coordinate, anywhere in the ring.
+    double m_turnError = 0.0, m_pointError = 0.0;
+    /// Memory of a search in the grid: the corners of the chain, and what it found.
+    std::vector<Point> m_corners;
+    std::vector<int> m_near;
+    std::vector<VertexGrid::Entry> m_entries;
+};
+
+} // namespace qel::Sectrix
