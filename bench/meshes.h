@@ -46,10 +46,8 @@ struct Lattice {
         double const specials[] = {INFINITY, -INFINITY, INFINITY, -INFINITY, NAN};
         if (oddities > 0 && shapes::Below(random, oddities) == 0)
             return specials[shapes::Below(random, 5)];
-        double x = base[axis];
-        for (int count = shapes::Below(random, extent[axis]); count > 0; --count)
-            x = std::max(x + step[axis], std::nextafter(x, INFINITY));
-        return x;
+        double const spacing = std::nextafter(base[axis], INFINITY) - base[axis];
+        return base[axis] + std::max(step[axis], spacing) * shapes::Below(random, extent[axis]);
     }
 
     Positions Points(shapes::Random& random, int count) const {
