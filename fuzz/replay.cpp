@@ -43,8 +43,8 @@ void AddPath(std::vector<Case>& cases, fuzz::Target const& target, std::filesyst
 
 /// FNV-1a, the same on every machine.
 std::uint64_t Hash(std::uint64_t hash, std::string const& text) {
-    for (unsigned char const byte : text)
-        hash = (hash ^ byte) * 1099511628211u;
+    for (char const byte : text)
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211u;
     return hash;
 }
 
@@ -68,7 +68,7 @@ int main(int argumentCount, char** arguments) {
         return 2;
     }
     std::vector<Case> cases;
-    for (auto const& target : fuzz::targets)
+    for (auto const& target : fuzz::targets::all)
         for (std::size_t i = 3; i < words.size(); ++i)
             if (words[2] == target.m_name)
                 AddPath(cases, target, words[i]);

@@ -57,6 +57,7 @@ std::string RunDatabase(std::string const& bytes);
 /// Both text conversions, beside a plain reading of their tables.
 std::string RunText(std::string const& bytes);
 
+namespace targets {
 inline constexpr Target sectionDocument{"section_document", RunSectionDocument};
 inline constexpr Target extrusion{"extrusion", RunExtrusion};
 inline constexpr Target cutting{"cutting", RunCutting};
@@ -65,6 +66,7 @@ inline constexpr Target mesh{"mesh", RunMesh};
 inline constexpr Target database{"database", RunDatabase};
 inline constexpr Target text{"text", RunText};
 
-inline constexpr Target targets[] = {sectionDocument, extrusion, cutting, alignment, mesh, database, text};
+inline constexpr Target all[] = {sectionDocument, extrusion, cutting, alignment, mesh, database, text};
+} // namespace targets
 
 } // namespace fuzz

@@ -117,17 +117,17 @@ long Exhaust(Test const& test) {
     return points;
 }
 
-/// A set with names and holes, large enough for everything that is only done for many.
-CrossSections MakeSet(int seed) {
+/// A set of three sections with names. \param corners, holes  of the first; the others are small.
+CrossSections MakeSet(int shift, std::size_t corners, std::size_t holes) {
     shapes::Random random(1);
     CSPositions pool;
-    std::vector<shapes::Shape> const parts{shapes::StarWithHoles(random, 60, 110), shapes::Comb(70),
+    std::vector<shapes::Shape> const parts{shapes::StarWithHoles(random, corners, holes, 3), shapes::Comb(5),
                                            shapes::StarWithHoles(random, 9, 2)};
     for (auto const& shape : parts)
         for (auto const& point : shape.points)
             pool.AddPosition(
-                pool.Count() % 3 ? "" : "a name that is too long to stand within " + std::to_string(pool.Count()),
-                {point.x + seed, point.y});
+                pool.Count() % 7 ? "" : "a name that is too long to stand within " + std::to_string(pool.Count()),
+                {point.x + shift, point.y});
     CrossSections set(pool, false);
     set.GetItems().assign(parts.size(), CrossSection(set.Items()[0]));
     int first = 0;
@@ -152,7 +152,7 @@ void ExpectIntact(CrossSections& set, std::string const& text, std::string const
 
 class OutOfMemory : public testing::Test {
 protected:
-    CrossSections const m_first = MakeSet(0), m_second = MakeSet(5);
+    CrossSections const m_first = MakeSet(0, 12, 4), m_second = MakeSet(5, 12, 4);
     std::string const m_text = fuzz::Text(m_first), m_secondText = fuzz::Text(m_second);
     std::string const m_cut = fuzz::CutText(CrossSections(m_first)),
                       m_secondCut = fuzz::CutText(CrossSections(m_second));
