@@ -205,6 +205,11 @@ private:
     /// meaning.
     void Rebind(CSPositions const& from, CSPositions& to);
 
+    /// Fills this section, which must be fresh, as the blending constructor does.
+    ///
+    /// \param partners  for each interior loop of `second` its partner in `first`, or null.
+    void Blend(CrossSection const& first, CrossSection const& second, Loop const* const* partners, double ratio);
+
     /// The pool of a default-built section.
     static CSPositions m_emptyPositions;
 
