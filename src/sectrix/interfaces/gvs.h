@@ -113,8 +113,8 @@ private:
 /// same again, and `BooleanOp`.
 class SECTRIX_EXPORT ExprBuilder {
 public:
-    enum ComparisonOps { Equal = 0 };
-    enum LogicalOps { And = 0 };
+    enum ComparisonOps : int { Equal = 0 };
+    enum LogicalOps : int { And = 0 };
 
     /// Writes behind what `target` holds. It must outlive the builder. There is no schema to look names up in and
     /// no result to report: the other two arguments are null.
