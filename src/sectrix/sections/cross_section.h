@@ -118,6 +118,52 @@ public:
 
     /// @}
 
+    /// \name Alignment and blending
+    /// @{
+
+    /// A section over `pool` that lies between two sections. It moves positions that `pool` has, and adds none.
+    ///
+    /// The exterior loops are blended, tested or not, and then every interior loop of `second` with its partner in
+    /// `first`, each as the blending constructor of `Loop` does it. So the interior loops follow the order of
+    /// `second` with the vertices of `first`, and those without a partner are left out. The name is that of `first`
+    /// where both have the same, else empty. The list of added vertices is that of `first`, since these positions
+    /// came into `pool` with the others; the convex loops are not built.
+    ///
+    /// \param pool  has an entry under every index that `first` uses, or else loses that vertex.
+    ///
+    /// \param firstPositions, secondPositions  not looked at: coordinates come from the pools of the loops.
+    ///
+    /// \param ratio  neither tested nor held to 0 to 1; beyond these it extrapolates.
+    CrossSection(CrossSection const& first, CrossSection const& second, CSPositions& pool,
+                 CSPositions const& firstPositions, CSPositions const& secondPositions, double ratio);
+
+    /// The interior loop of this section that is the partner of `loop`, with `found` true: the one at `place` when
+    /// `loop` is compatible with it, else the first that `loop` is compatible with. One loop may be the partner of
+    /// several. Where there is none, `loop` itself, with `found` false.
+    ///
+    /// Unless both this section's pool and that of `loop` have names in their name index, only the one at `place`
+    /// is looked at.
+    ///
+    /// \param loop   as a rule a loop of another section.
+    ///
+    /// \param place  as a rule the place of `loop` in its own list. Beyond the end of this one it says nothing.
+    Loop const& GetCompatibleInteriorLoop(Loop const& loop, std::uint64_t place, bool& found) const;
+
+    /// True when the two sections are built from the same loops. With names in both pools they must have equally
+    /// many named positions, in any case.
+    ///
+    /// With n vertices in all, the holes in any order, this costs time in proportion to n log n.
+    ///
+    /// \param other   the exterior loops must be compatible, the numbers of interior loops equal, and every loop
+    ///                in `other` must have a partner in this section. So the answer may differ from that of
+    ///                `other` about this section.
+    ///
+    /// \param convex  true compares the lists of convex loops place by place instead, this section's with that of
+    ///                `other`, built first where they are not: positions may be added to both pools.
+    bool IsCompatible(CrossSection const& other, bool convex) const;
+
+    /// @}
+
     /// Writes the exterior, interior and convex loops, building the latter if need be, as indented text.
     /// \param prefix  stands at the start of every line, and twice in those of interior and convex loops; not null.
     void Dump(std::ofstream& stream, char const* prefix) const;
@@ -154,6 +200,9 @@ private:
     void Build() const;
     /// Binds the section and all its loops to another pool, in which their indices have the same meaning.
     void Rebind(CSPositions& pool);
+    /// Fills this section, which must be fresh, as the blending constructor does.
+    /// `partners` has, for each interior loop of `second`, its partner in `first`, or null.
+    void Blend(CrossSection const& first, CrossSection const& second, Loop const* const* partners, double ratio);
 
     /// The pool of a default-built section.
     static CSPositions m_emptyPositions;

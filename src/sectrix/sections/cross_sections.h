@@ -19,6 +19,8 @@ class Dom;
 
 namespace Sectrix {
 
+struct SectionPairs;
+
 /// One pool of positions, the sections that share it, and the set's named parameters.
 ///
 /// The set owns its pool and its sections. Copying, moving and assigning a set binds its sections and their loops
@@ -101,6 +103,53 @@ public:
 
     /// @}
 
+    /// \name Alignment and blending
+    /// @{
+
+    /// The set that lies the fraction `ratio` of the way from `first` to `second`. Every number is the blend
+    /// (1 - ratio) * p + ratio * q in double precision: two products rounded one by one and then added.
+    ///
+    /// When `first` is compatible with `second`, the set has the positions of `first`, names and indices included,
+    /// as `CSPositions::SetPositions` blends them; then every section of `first`, in order, blended with its
+    /// partner in `second`, so that positions used by a loop go by the pairing of the loops; and the parameters
+    /// that both have, blended. When it is not, the set is a copy of `first`, whatever `second` and `ratio` are. In
+    /// both cases its scale is 1.0, no box is kept, no convex loop is built, and positions that building convex
+    /// loops has added to `first` are taken out again.
+    ///
+    /// The coordinates of `first` and `second` stay. Convex loops may be built in them: with `convex` true those of
+    /// the sections compared, and all those of `first` when the sets are not compatible. So neither set may be in
+    /// use by another thread meanwhile.
+    ///
+    /// \param ratio   neither tested nor held to 0 to 1; beyond these it extrapolates.
+    ///
+    /// \param convex  what `IsCompatible` compares; the blend is always that of the exterior and interior loops.
+    CrossSections(CrossSections const& first, CrossSections const& second, double ratio, bool convex);
+
+    /// The section of this set that is the partner of `section`, with `found` true: the one at `place` when
+    /// `section` is compatible with it, else the first that `section` is compatible with. One section may be the
+    /// partner of several. Where there is none, `section` itself, with `found` false.
+    ///
+    /// Unless both this set's pool and that of `section` have names in their name index, only the one at `place` is
+    /// looked at.
+    ///
+    /// \param section  as a rule a section of another set.
+    ///
+    /// \param place    as a rule the place of `section` in its own list; past the end of this one it says nothing.
+    ///
+    /// \param convex   what `CrossSection::IsCompatible` compares. With true, convex loops are built in `section`
+    ///                 and in the sections that it is compared with, and so in this set's pool.
+    CrossSection const& GetCompatibleSection(CrossSection const& section, std::uint64_t place, bool convex,
+                                             bool& found) const;
+
+    /// True when the sets have equally many sections and every section of this set has a partner in `other`.
+    ///
+    /// With n vertices in all this costs time in proportion to n log n, also where the sections of the two sets
+    /// stand in different orders. With `convex` true, convex loops are built in the order in which a walk from
+    /// section to section would ask for them, and no others.
+    bool IsCompatible(CrossSections const& other, bool convex) const;
+
+    /// @}
+
     /// Builds the convex loops of all sections, then writes positions and sections as indented text; does nothing
     /// when the stream has no open file. Numbers follow the format of the stream. \param prefix  stands at the
     /// start of every line; not null.
@@ -113,6 +162,9 @@ private:
     void InitBBox() const;
     /// Binds all sections to the pool of this set.
     void RebindItems();
+    /// Fills this set, which must be empty, from two compatible ones.
+    void Blend(CrossSections const& first, CrossSections const& second, SectionPairs const& pairs, double ratio,
+               bool convex);
 
     CSPositions m_positions;
     std::vector<CrossSection> m_items;

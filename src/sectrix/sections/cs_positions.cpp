@@ -20,7 +20,8 @@ CSPosition& CSPosition::operator=(CSPosition&& other) noexcept {
 }
 
 CSPositions::CSPositions(CSPositions&& other) noexcept
-    : m_positions(std::exchange(other.m_positions, {})), m_nameIndex(std::exchange(other.m_nameIndex, {})) {}
+    : m_positions(std::exchange(other.m_positions, {})), m_nameIndex(std::exchange(other.m_nameIndex, {})),
+      m_isIndexExact(std::exchange(other.m_isIndexExact, true)) {}
 
 CSPositions& CSPositions::operator=(CSPositions const& other) {
     return *this = CSPositions(other);
@@ -29,6 +30,7 @@ CSPositions& CSPositions::operator=(CSPositions const& other) {
 CSPositions& CSPositions::operator=(CSPositions&& other) noexcept {
     m_positions = std::exchange(other.m_positions, {});
     m_nameIndex = std::exchange(other.m_nameIndex, {});
+    m_isIndexExact = std::exchange(other.m_isIndexExact, true);
     return *this;
 }
 
@@ -39,8 +41,10 @@ int CSPositions::AddPosition(Vec<2, double> const& position) {
 
 int CSPositions::AddPosition(std::string const& name, Vec<2, double> const& position) {
     m_positions.emplace_back(name, position);
-    if (!name.empty())
-        m_nameIndex[name] = m_positions.size() - 1;
+    if (!name.empty()) {
+        bool const wasExact = std::exchange(m_isIndexExact, false); // as it is when memory runs out here
+        m_isIndexExact = m_nameIndex.insert_or_assign(name, m_positions.size() - 1).second && wasExact;
+    }
     return Count() - 1;
 }
 
@@ -51,6 +55,7 @@ CSPosition const& CSPositions::GetPosition(std::string const& name, bool& found)
 }
 
 CSPosition& CSPositions::GetPosition(std::string const& name, bool& found) {
+    m_isIndexExact = false; // the name may be changed through the result
     return const_cast<CSPosition&>(std::as_const(*this).GetPosition(name, found));
 }
 
@@ -60,6 +65,7 @@ CSPosition const& CSPositions::GetPosition(std::uint64_t index, bool& found) con
 }
 
 CSPosition& CSPositions::GetPosition(std::uint64_t index, bool& found) {
+    m_isIndexExact = false; // the name may be changed through the result
     return const_cast<CSPosition&>(std::as_const(*this).GetPosition(index, found));
 }
 
@@ -67,6 +73,7 @@ void CSPositions::RemovePosition(std::uint64_t index) {
     if (index >= m_positions.size())
         return;
     auto const position = m_positions.begin() + static_cast<std::ptrdiff_t>(index);
+    m_isIndexExact = m_isIndexExact && index + 1 == m_positions.size();
     m_nameIndex.erase(position->Name());
     m_positions.erase(position);
 }

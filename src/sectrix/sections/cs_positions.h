@@ -100,6 +100,24 @@ public:
     /// The same as `operator=`.
     void SetPositions(CSPositions const& other);
 
+    /// \name Alignment and blending
+    /// @{
+
+    /// Appends every position of `first`, in order and under its name, moved towards its partner in `second`.
+    ///
+    /// The partner of a named position is what `second` finds under that name, that of an unnamed one the position
+    /// at the same index. A partner counts only where its own name is the same, so an unnamed position pairs with
+    /// an unnamed one. With a partner the coordinates are the blend (1 - ratio) * p + ratio * q, two products
+    /// rounded one by one and then added; without one they are those of `first`. Positions that only `second` has
+    /// are left out. Into an empty pool every position gets the index that it has in `first`.
+    ///
+    /// \param first, second  other objects than this pool. Given this pool itself, the call takes a copy of it.
+    ///
+    /// \param ratio          neither tested nor held to 0 to 1; beyond them it extrapolates.
+    void SetPositions(CSPositions const& first, CSPositions const& second, double ratio);
+
+    /// @}
+
 private:
     friend class Loop;
     friend class CrossSection;
@@ -111,6 +129,11 @@ private:
         return place < m_positions.size() ? &m_positions[place] : nullptr;
     }
 
+    /// The position of this pool that `SetPositions` pairs with `position`, at `index` of its own pool; or null.
+    /// \param nextPlace  a place to look at before the name index; moves behind the partner, since names that stand
+    /// side by side in one pool mostly do so in the other.
+    CSPosition const* FindPartner(CSPosition const& position, std::size_t index, std::size_t& nextPlace) const;
+
     /// What a failed look-up returns.
     static CSPosition m_invalidPosition;
 
@@ -119,6 +142,9 @@ private:
     /// From a name, never empty, to the index that the position added last under it was given. After a removal an
     /// entry may point past the end of the list, so a look-up tests it.
     std::map<std::string, std::uint64_t> m_nameIndex;
+    /// True only when every named position is indexed, alone under its name, and nothing else is indexed. Names
+    /// that repeat, most removals and whatever may change a name from outside make it false for good.
+    bool m_isIndexExact = true;
 };
 
 } // namespace qel::Sectrix

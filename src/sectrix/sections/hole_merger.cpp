@@ -66,45 +66,54 @@ bool HoleMerger::Merge() {
 HoleMerger::Foot HoleMerger::FindFoot(Point const& head) {
     Foot best;
     best.m_point = {m_leftMostX - 1.0, head[1]}; // every point of the outline is nearer
-    if (m_index.IsInUse()) {
-        m_index.ForEach(head[1], [&](int edge) {
-            if (m_edgeStarts[static_cast<std::size_t>(edge)] < 0)
-                return false;
-            Meet(edge, head, best);
-            return true;
-        });
-    } else {
+    if (!m_index.IsInUse()) {
         for (int node = m_first; node >= 0; node = At(node).m_next)
-            Meet(At(node).m_edge, head, best);
+            Meet(At(node).m_edge, head, [&best](Foot const& foot) {
+                if (foot.m_point[0] > best.m_point[0])
+                    best = foot;
+            });
+        return best;
     }
+    m_nearest.clear();
+    m_index.ForEach(head[1], [&](int edge) {
+        if (m_edgeStarts[static_cast<std::size_t>(edge)] < 0)
+            return false;
+        Meet(edge, head, [&](Foot const& foot) {
+            if (foot.m_point[0] > best.m_point[0]) {
+                best = foot;
+                m_nearest.clear();
+            }
+            if (foot.m_point[0] == best.m_point[0])
+                m_nearest.push_back(foot);
+        });
+        return true;
+    });
+    for (auto const& foot : m_nearest)
+        if (foot.m_edge != best.m_edge && IsEarlier(foot.m_edge, best.m_edge))
+            best = foot;
     return best;
 }
 
 /// Lets an edge compete for the foot of the ray from `head`.
-void HoleMerger::Meet(int edge, Point const& head, Foot& best) const {
+template <class Compete>
+void HoleMerger::Meet(int edge, Point const& head, Compete compete) const {
     int const start = m_edgeStarts[static_cast<std::size_t>(edge)];
     int const end = NextAround(start);
     auto const& a = At(start).m_point;
     auto const& b = At(end).m_point;
     if (!(a[0] < head[0]) && !(b[0] < head[0]))
         return;
-    auto const compete = [&](double x, double y, int node) {
-        // A walk along the outline meets the earliest edge first.
-        bool const canTie = m_index.IsInUse() && best.m_edge >= 0;
-        if (x > best.m_point[0] || (canTie && x == best.m_point[0] && IsEarlier(edge, best.m_edge)))
-            best = {{x, y}, edge, node};
-    };
     double const product = (b[1] - head[1]) * (a[1] - head[1]);
     if (product * product > productTolerance * productTolerance) {
         if (!(product < -productTolerance))
             return; // both ends on one side of the ray
         double const x = (head[1] - a[1]) * (b[0] - a[0]) / (b[1] - a[1]) + a[0];
         if (x < head[0])
-            compete(x, head[1], -1);
+            compete(Foot{{x, head[1]}, edge, -1});
     } else {
         // An end lies at the height of the ray. Both compete, without a look at which one it is.
-        compete(a[0], a[1], start);
-        compete(b[0], b[1], end);
+        compete(Foot{a, edge, start});
+        compete(Foot{b, edge, end});
     }
 }
 
@@ -115,7 +124,7 @@ bool HoleMerger::IsEarlier(int edge, int other) const {
     int const theirs = m_edgeStarts[static_cast<std::size_t>(other)];
     int fromMine = mine;
     int fromTheirs = theirs;
-    while (mine != theirs) {
+    for (;;) {
         fromMine = At(fromMine).m_next;
         fromTheirs = At(fromTheirs).m_next;
         if (fromMine == theirs || fromTheirs < 0)
@@ -123,7 +132,6 @@ bool HoleMerger::IsEarlier(int edge, int other) const {
         if (fromTheirs == mine || fromMine < 0)
             return false;
     }
-    return false;
 }
 
 /// Puts a new vertex where the foot lies, and returns it.

@@ -69,7 +69,8 @@ private:
     };
 
     Foot FindFoot(Point const& head);
-    void Meet(int edge, Point const& head, Foot& best) const;
+    template <class Compete>
+    void Meet(int edge, Point const& head, Compete compete) const;
     bool IsEarlier(int edge, int other) const;
     int Split(Foot const& foot);
     void Splice(Hole const& hole, int bridge);
@@ -92,6 +93,8 @@ private:
     double m_leftMostX;
     /// The edges by their heights, where holes and edges are many; not in use otherwise.
     EdgeIndex m_index;
+    /// The feet with the greatest x, of a search through the index.
+    std::vector<Foot> m_nearest;
 };
 
 } // namespace qel::Sectrix

@@ -117,6 +117,56 @@ public:
     /// Appends the indices to `dom`, in reverse order where `exterior` is false. No flag is written.
     void To(Dom& dom, bool exterior);
 
+    /// \name Alignment and blending
+    ///
+    /// Loops are aligned by the names of their positions, compared byte for byte. Coordinates are never looked at
+    /// and there is no tolerance. A vertex is named when its index is in its loop's pool and the position there has
+    /// a name.
+    /// @{
+
+    /// A loop over `pool` that lies between two loops. It moves positions that `pool` has, and adds none.
+    ///
+    /// With m the smaller of the two numbers of vertices, the vertices of `first` at the places 0 to m - 1 are
+    /// paired with vertices of `second` by the shift of `first` against `second`, also where that shift is not
+    /// good; a negative one counts as 0. Where the first index of a pair is in `pool` and both its vertices have a
+    /// position, that entry of `pool` moves to the blend (1 - ratio) * p + ratio * q of the two, and a copy of the
+    /// first vertex, flag included, is appended. Other pairs are left out. Where a position is used twice the later
+    /// write stands in full.
+    ///
+    /// \param first   gives the vertices, in its order, and the coordinates p, from its own pool.
+    ///
+    /// \param second  gives the coordinates q, from its own pool.
+    ///
+    /// \param pool    has an entry under every index that `first` uses, or else loses that vertex.
+    ///
+    /// \param firstPositions, secondPositions  not looked at.
+    ///
+    /// \param ratio   neither tested nor held to 0 to 1; beyond these it extrapolates.
+    Loop(Loop const& first, Loop const& second, CSPositions& pool, CSPositions const& firstPositions,
+         CSPositions const& secondPositions, double ratio);
+
+    /// The shift s that brings this loop onto `other`: with n vertices each, vertex i of this loop corresponds to
+    /// vertex (i - s) mod n of `other`.
+    ///
+    /// The first named vertex of this loop fixes the shift, by the first vertex of that name in `other`, and every
+    /// later one must confirm it. So a name that a loop bears twice never lines up, nor does a loop that runs the
+    /// other way round. Unnamed vertices are not compared. Without a named vertex in either the shift is 0 and
+    /// good. The remainder truncates towards zero: against a longer `other` the shift can be negative.
+    ///
+    /// Costs time in proportion to n log n for large loops, and allocates nothing for small ones.
+    ///
+    /// \param ok  false when the numbers of named vertices differ, or when the walk through this loop meets an
+    ///            index that is not in its pool, a name that `other` lacks or another shift than the fixed one.
+    ///            The result is then the shift fixed before that, or 0.
+    int GetOtherShift(Loop const& other, bool& ok) const;
+
+    /// True when the loops have the same number of vertices and line up. Where both pools have names in their name
+    /// index, that is what `GetOtherShift` says, whether or not these loops use a name. Otherwise the lists of
+    /// vertices must be equal, place by place, in index and flag.
+    bool IsCompatible(Loop const& other) const;
+
+    /// @}
+
     /// Writes a line `prefix` and index for each vertex.
     void Dump(std::ofstream& stream, char const* prefix) const;
 
@@ -130,6 +180,8 @@ private:
     void Touch() { m_leftMost = -1; }
     /// Binds the loop to another pool, in which its indices have the same meaning.
     void Rebind(CSPositions const& pool) { m_positions = &pool; }
+    /// Fills this loop, which must be empty and over `pool`, as the blending constructor does.
+    void Blend(Loop const& first, Loop const& second, CSPositions& pool, double ratio);
 
     /// The pool of a default-built loop.
     static CSPositions const m_emptyPositions;

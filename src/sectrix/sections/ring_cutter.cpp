@@ -1,5 +1,5 @@
 #include "sectrix/sections/ring_cutter.h"
-#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/sections/turn.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,24 +10,11 @@ namespace {
 
 using Point = Vec<2, double>;
 
-/// On a turn value. A corner is strictly convex when its value is at most the negative of this.
-double const turnTolerance = 1e-6;
-
 /// The square of a turn value, and the square of a squared distance, up to which two things count as one.
 double const squareTolerance = 1e-12;
 
-/// From this size on a ring has its points in a grid.
-std::size_t const gridThreshold = 96;
-
-/// The turn at the corner `q` on the way from `p` to `r`: negative to the left, twice the area of the triangle.
-double Turn(Point const& p, Point const& q, Point const& r) {
-    return (p[0] - q[0]) * (r[1] - q[1]) - (p[1] - q[1]) * (r[0] - q[0]);
-}
-
-/// Right turns are notches, and so are straight corners: they are cut at like any other.
-bool IsNotch(Point const& p, Point const& q, Point const& r) {
-    return Turn(p, q, r) > -turnTolerance;
-}
+/// From this size on a ring has a tree of its vertices.
+std::size_t const treeThreshold = 128;
 
 bool IsSamePoint(Point const& p, Point const& q) {
     double const dx = p[0] - q[0];
@@ -36,9 +23,9 @@ bool IsSamePoint(Point const& p, Point const& q) {
     return square * square <= squareTolerance;
 }
 
-/// At least the length of the edge.
-double Reach(Point const& p, Point const& q) {
-    return std::abs(p[0] - q[0]) + std::abs(p[1] - q[1]);
+/// True when no product in a turn value can overflow.
+bool IsTame(Point const& point) {
+    return std::abs(point[0]) < 1e150 && std::abs(point[1]) < 1e150;
 }
 
 } // namespace
@@ -63,24 +50,22 @@ void RingCutter::Load(std::vector<Vertex> const& vertices, std::vector<Point> co
     for (int number = 0; number < count; ++number)
         UpdateCandidate(number);
 
-    m_grid.Clear();
-    BBox<2, double> box;
-    for (auto const& point : points)
-        box.Widen(point);
-    double const span = Reach(box.m_min, box.m_max);
-    double const reach = Reach(box.m_min, {0.0, 0.0}) + span;
-    m_turnError = 1e-14 * span * span;
-    m_pointError = 1e-14 * reach;
-    m_isTame = reach < 1e150 && std::all_of(points.begin(), points.end(), [](Point const& point) {
-                   return std::isfinite(point[0]) && std::isfinite(point[1]);
-               });
+    m_tree.Clear();
+    if (m_size < treeThreshold || !std::all_of(points.begin(), points.end(), IsTame))
+        return;
+    m_tree.Reset(points);
+    // Three roundings in each of two products of a width and a height, and one in their difference, of 2^-53 each.
+    auto const& box = m_tree.Whole();
+    m_turnError = 1e-15 * (box.m_max[0] - box.m_min[0]) * (box.m_max[1] - box.m_min[1]);
+    m_pointError = 0.0;
+    for (auto const& corner : {box.m_min, box.m_max})
+        m_pointError += 1e-14 * (std::abs(corner[0]) + std::abs(corner[1]));
 }
 
 std::optional<RingCutter::Chain> RingCutter::FindPiece() {
     int const firstNotch = m_size > 3 ? m_notches.FirstFrom(m_first) : -1;
     if (firstNotch < 0)
         return std::nullopt;
-    KeepGrid();
     for (;;) {
         int const start = m_candidates.FirstFrom(firstNotch);
         if (start < 0)
@@ -108,12 +93,23 @@ int RingCutter::Grow(int start) const {
 /// piece; false when nothing is left.
 bool RingCutter::Clear(Chain& chain) {
     m_shrinkers.clear();
-    if (CollectNear(chain))
-        return std::all_of(m_near.begin(), m_near.end(), [&](int number) { return ClearOf(number, chain); });
+    if (!m_tree.IsEmpty() && Frame(chain))
+        return m_corners.size() == 3 ? ClearTriangle(chain) : ClearOfNear(chain);
     for (int number = Next(chain.m_end); number != chain.m_start; number = Next(number))
         if (!ClearOf(number, chain))
             return false;
     return true;
+}
+
+/// A triangle shrinks to nothing at any vertex in it, so that their order does not matter.
+bool RingCutter::ClearTriangle(Chain const& chain) {
+    return m_tree.Visit(m_frame, [&](int number) {
+        bool const isCorner = number == chain.m_start || number == chain.m_end || number == Next(chain.m_start);
+        if (isCorner || !Contains(chain, At(number)))
+            return true;
+        m_shrinkers.push_back(number);
+        return false;
+    });
 }
 
 bool RingCutter::ClearOf(int number, Chain& chain) {
@@ -146,57 +142,42 @@ bool RingCutter::Contains(Chain const& chain, Point const& point) const {
     return true;
 }
 
-/// Puts the vertices outside the chain that may lie in the piece, or in one that it shrinks to, into `m_near` in
-/// the order of the ring. False when looking at all vertices is the better way.
-bool RingCutter::CollectNear(Chain const& chain) {
-    if (m_grid.Count() == 0)
-        return false;
-    double const room = RoomAround(chain);
-    if (!(room < 1e150))
-        return false;
-    m_corners.clear();
-    for (int number = chain.m_start; number != Next(chain.m_end); number = Next(number))
-        m_corners.push_back(At(number));
-    auto const isInRing = [this](int number) { return m_ring[static_cast<std::size_t>(number)].m_isInRing; };
-    if (!m_grid.Collect(m_corners, room, m_size / 4, isInRing, m_near))
-        return false;
-
+/// Clears the chain of those vertices only that may lie in the piece or in one that it shrinks to.
+bool RingCutter::ClearOfNear(Chain& chain) {
     // Numbers that go around the ring from the end of the chain on; those of the chain itself come last.
     int const count = static_cast<int>(m_ring.size());
     auto const fromEnd = [count, end = chain.m_end](int number) {
         return number > end ? number - end : number - end + count;
     };
-    int const start = fromEnd(chain.m_start);
-    auto const last =
-        std::remove_if(m_near.begin(), m_near.end(), [&](int number) { return fromEnd(number) >= start; });
-    m_near.erase(last, m_near.end());
-    std::sort(m_near.begin(), m_near.end(), [&](int a, int b) { return fromEnd(a) < fromEnd(b); });
+    m_near.clear();
+    bool isClear = true;
+    m_tree.Visit(m_frame, [&, start = fromEnd(chain.m_start)](int number) {
+        if (fromEnd(number) < start) {
+            m_near.push_back(number);
+            isClear = isClear && !Contains(chain, At(number));
+        }
+        return true;
+    });
+    // A piece that contains none of them as it is does not shrink. Else their order counts, as far as there is a
+    // piece.
+    auto const isLater = [&](int a, int b) { return fromEnd(a) > fromEnd(b); };
+    if (!isClear)
+        std::make_heap(m_near.begin(), m_near.end(), isLater);
+    for (; !isClear && !m_near.empty(); m_near.pop_back()) {
+        std::pop_heap(m_near.begin(), m_near.end(), isLater);
+        if (!ClearOf(m_near.back(), chain))
+            return false;
+    }
     return true;
 }
 
-/// How far outside the chain's polygon a point may lie and still be contained in it or in one that it shrinks to,
-/// with the tolerances and all rounding counted in; infinite when a corner is too flat to say.
-///
-/// The tolerance moves each edge outward by tolerance / length. That moves a corner of edges a and b by at most
-/// tolerance * (|a| + |b|) / |turn value|, and a convex polygon grows by no more than its corners move.
-double RingCutter::RoomAround(Chain const& chain) const {
-    double const tolerance = turnTolerance + m_turnError;
-    double room = 0.0;
-    bool isFlat = false;
-    auto const makeRoom = [&](int p, int q, int r) {
-        double const turn = -Turn(At(p), At(q), At(r));
-        isFlat |= !(turn > 4 * m_turnError);
-        room = std::max(room, tolerance * (Reach(At(p), At(q)) + Reach(At(q), At(r))) / turn);
-    };
-    int const start = chain.m_start;
-    int const second = Next(start);
-    for (int number = second; number != chain.m_end && !isFlat; number = Next(number)) {
-        int const end = Next(number);
-        makeRoom(Previous(number), number, end);
-        makeRoom(number, end, start);
-        makeRoom(end, start, second);
-    }
-    return isFlat ? HUGE_VAL : room + m_pointError;
+/// Makes the frame around the piece; false when there is none, so that all vertices have to be looked at.
+bool RingCutter::Frame(Chain const& chain) {
+    m_corners.clear();
+    for (int number = chain.m_start; number != chain.m_end; number = Next(number))
+        m_corners.push_back(At(number));
+    m_corners.push_back(At(chain.m_end));
+    return m_frame.Reset(m_corners, m_turnError, m_pointError);
 }
 
 void RingCutter::RememberFailure(int start, int grownEnd) {
@@ -242,8 +223,11 @@ void RingCutter::Unlink(Chain const& chain) {
     UpdateNotch(end);
     UpdateCandidate(Previous(start));
     UpdateCandidate(start);
-    for (int number = leaving; number != end; number = Next(number))
+    for (int number = leaving; number != end; number = Next(number)) {
         TryAgainWithout(number);
+        if (!m_tree.IsEmpty())
+            m_tree.Remove(number);
+    }
 }
 
 /// Makes the starts that a vertex has failed candidates again.
@@ -275,19 +259,6 @@ void RingCutter::UpdateCandidate(int number) {
 
 bool RingCutter::IsNotchAt(int number) const {
     return IsNotch(At(Previous(number)), At(number), At(Next(number)));
-}
-
-/// Keeps the points of a large ring in a grid, made anew each time that half of them have left.
-void RingCutter::KeepGrid() {
-    if (!m_isTame || m_size < gridThreshold) {
-        m_grid.Clear();
-    } else if (m_size < m_grid.Count() / 2 || m_grid.Count() == 0) {
-        m_entries.clear();
-        for (std::size_t number = 0; number < m_ring.size(); ++number)
-            if (m_ring[number].m_isInRing)
-                m_entries.push_back({m_ring[number].m_point, static_cast<int>(number)});
-        m_grid.Reset(m_entries);
-    }
 }
 
 std::vector<Vertex> RingCutter::Rest() const {

@@ -2,8 +2,9 @@
 
 #include "sectrix/foundation/value_types.h"
 #include "sectrix/sections/loop.h"
+#include "sectrix/sections/piece_frame.h"
 #include "sectrix/sections/place_set.h"
-#include "sectrix/sections/vertex_grid.h"
+#include "sectrix/sections/vertex_tree.h"
 
 #include <cstddef>
 #include <optional>
@@ -67,14 +68,14 @@ private:
     bool Clear(Chain& chain);
     bool ClearOf(int number, Chain& chain);
     bool Contains(Chain const& chain, Point const& point) const;
-    bool CollectNear(Chain const& chain);
-    double RoomAround(Chain const& chain) const;
+    bool ClearTriangle(Chain const& chain);
+    bool ClearOfNear(Chain& chain);
+    bool Frame(Chain const& chain);
     void RememberFailure(int start, int grownEnd);
     void Unlink(Chain const& chain);
     void TryAgainWithout(int number);
     void UpdateNotch(int number);
     void UpdateCandidate(int number);
-    void KeepGrid();
 
     bool IsNotchAt(int number) const;
     Point const& At(int number) const { return m_ring[static_cast<std::size_t>(number)].m_point; }
@@ -94,16 +95,16 @@ private:
     /// The vertices that made the chain of the present trial shrink.
     std::vector<int> m_shrinkers;
 
-    /// The vertices of a large ring by their points; empty while it is not worth it.
-    VertexGrid m_grid;
-    /// True when the points are finite and not so large that a product overflows.
-    bool m_isTame = false;
+    /// The vertices of a large ring by where they lie; empty for a small one, and where points are not finite or so
+    /// large that a product overflows.
+    VertexTree m_tree;
     /// Sums up the rounding of a turn value, and of a coordinate, anywhere in the ring.
     double m_turnError = 0.0, m_pointError = 0.0;
-    /// Memory of a search in the grid: the corners of the chain, and what it found.
+    /// What lies around the piece of the present trial, and the corners of this.
+    PieceFrame m_frame;
     std::vector<Point> m_corners;
+    /// The vertices outside the chain that may lie in the piece.
     std::vector<int> m_near;
-    std::vector<VertexGrid::Entry> m_entries;
 };
 
 } // namespace qel::Sectrix

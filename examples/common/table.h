@@ -1,0 +1,21 @@
+#pragma once
+
+/// \file
+/// A table that goes to the terminal and to a page alike.
+
+#include <string>
+#include <vector>
+
+namespace example {
+
+/// The first column is text and stands to the left, the others are numbers and stand to the right.
+struct Table {
+    std::vector<std::string> m_header;
+    /// Each as long as the header.
+    std::vector<std::vector<std::string>> m_rows;
+};
+
+/// The table as plain text, a line a row, its columns aligned by characters.
+std::string PlainText(Table const& table);
+
+} // namespace example

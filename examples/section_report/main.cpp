@@ -1,0 +1,119 @@
+/// \file
+/// A host of the library: reads documents of sections, lists, draws and writes back what came of them.
+
+#include "common/html.h"
+#include "common/markup.h"
+#include "section_report/loaded_document.h"
+#include "section_report/report.h"
+
+#include <charconv>
+#include <cmath>
+#include <exception>
+#include <iostream>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace example {
+namespace {
+
+constexpr char const* kUsage = R"(usage: section_report [--out DIR] { [--unit NAME] FILE[@SCALE] } ...
+
+Reads each FILE, a JSON document of sections, multiplies its coordinates by SCALE (such as 0.001 from
+millimetres to metres), and prints a table of its sections. Writes a picture of each section, the text dump
+and the document as it is written back into DIR (section_report unless given), with an index.html of it all.
+NAME is the unit of the coordinates after scaling, for this and the following files.
+)";
+
+struct Arguments {
+    std::filesystem::path m_folder = "section_report";
+    std::vector<Request> m_requests;
+};
+
+/// Takes a scale off the end of an argument; what follows the last @ is part of the name unless it is a number.
+Request ParseDocument(std::string const& argument, std::string const& unit) {
+    Request request{argument, 1.0, unit};
+    std::size_t const at = argument.rfind('@');
+    if (at == std::string::npos)
+        return request;
+    double scale = 0.0;
+    char const* const end = argument.data() + argument.size();
+    auto const [rest, error] = std::from_chars(argument.data() + at + 1, end, scale);
+    if (error == std::errc() && rest == end && std::isfinite(scale)) {
+        request.m_file = argument.substr(0, at);
+        request.m_scale = scale;
+    }
+    return request;
+}
+
+Arguments Parse(std::vector<std::string> const& words) {
+    Arguments arguments;
+    std::string unit = Request().m_unit;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        bool const option = words[i] == "--out" || words[i] == "--unit";
+        if (!option) {
+            arguments.m_requests.push_back(ParseDocument(words[i], unit));
+            continue;
+        }
+        if (i + 1 == words.size())
+            throw std::invalid_argument(words[i] + " wants a value");
+        if (words[i] == "--out")
+            arguments.m_folder = words[i + 1];
+        else
+            unit = words[i + 1];
+        ++i;
+    }
+    if (arguments.m_requests.empty())
+        throw std::invalid_argument("no document given");
+    return arguments;
+}
+
+/// The file name without its ending, made different from all that are taken.
+std::string UniqueStem(std::filesystem::path const& file, std::set<std::string>& taken) {
+    std::string const stem = FileStem(file.stem().string());
+    std::string unique = stem;
+    for (int number = 2; !taken.insert(unique).second; ++number)
+        unique = stem + '-' + std::to_string(number);
+    return unique;
+}
+
+/// Returns false when a document could not be reported on; the others are nevertheless.
+bool Report(Arguments const& arguments) {
+    std::filesystem::create_directories(arguments.m_folder);
+    HtmlPage page("Sections and their convex loops");
+    page.Paragraph("Each section is cut into convex loops, which are tinted. Solid lines are the outline and its "
+                   "holes, dashed lines the bridges and cuts. A picture opens by itself when it is clicked.");
+    bool good = true;
+    std::set<std::string> stems;
+    for (Request const& request : arguments.m_requests) {
+        try {
+            LoadedDocument document = Load(request);
+            std::string const stem = UniqueStem(request.m_file, stems);
+            std::cout << ReportDocument(document, arguments.m_folder, stem, page) << std::endl;
+        } catch (std::exception const& error) {
+            std::cerr << "section_report: " << error.what() << std::endl;
+            page.Heading(request.m_file.filename().string());
+            page.Warning(error.what());
+            good = false;
+        }
+    }
+    WriteFile(arguments.m_folder / "index.html", page.Document());
+    std::cout << "pictures: " << (arguments.m_folder / "index.html").string() << std::endl;
+    return good;
+}
+
+} // namespace
+} // namespace example
+
+int main(int argc, char** argv) {
+    try {
+        return example::Report(example::Parse({argv + 1, argv + argc})) ? 0 : 1;
+    } catch (std::invalid_argument const& error) {
+        std::cerr << "section_report: " << error.what() << '\n' << example::kUsage;
+        return 2;
+    } catch (std::exception const& error) {
+        std::cerr << "section_report: " << error.what() << '\n';
+        return 1;
+    }
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "sectrix/foundation/value_types.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+/// \file
+/// What lies around a convex piece.
+
+namespace qel::Sectrix {
+
+/// A frame outside of which no point counts as contained in a convex piece, or in one that this shrinks to by the
+/// loss of its last corners, with the tolerances and all rounding counted in: a box, and the inner sides of some of
+/// the edges.
+class PieceFrame {
+public:
+    using Point = Vec<2, double>;
+    using Box = BBox<2, double>;
+
+    /// Makes the frame of a piece; false when a corner is too flat to say how far off a point may lie.
+    /// \param corners     of the piece, counter-clockwise; each run of three or more from the first on is strictly
+    /// convex. \param turnError   the greatest rounding error of a turn value among the points that are asked
+    /// about. \param pointError  the same of a coordinate.
+    bool Reset(std::vector<Point> const& corners, double turnError, double pointError);
+
+    /// True when no point of the box is inside the frame.
+    bool IsBeyond(Box const& box) const {
+        // One jump for the frame and one for all sides: which of them decides cannot be foretold.
+        bool const isBeside = (box.m_min[0] > m_box.m_max[0]) | (box.m_max[0] < m_box.m_min[0]) |
+                              (box.m_min[1] > m_box.m_max[1]) | (box.m_max[1] < m_box.m_min[1]);
+        if (isBeside)
+            return true;
+        bool isOutside = false;
+        for (std::size_t i = 0; i < m_sideCount; ++i) {
+            auto const& side = m_sides[i];
+            double const x = std::max(side.m_x * box.m_min[0], side.m_x * box.m_max[0]);
+            double const y = std::max(side.m_y * box.m_min[1], side.m_y * box.m_max[1]);
+            isOutside |= x + y + side.m_offset < 0.0;
+        }
+        return isOutside;
+    }
+
+private:
+    /// The sum of x and y by these weights and the offset is negative outside.
+    struct Side {
+        double m_x, m_y, m_offset;
+    };
+
+    void AddSide(Point const& tail, Point const& head, double room, double tolerance);
+
+    /// About this many edges of the chain are taken, and the chord.
+    static constexpr std::size_t comparedEdges = 4;
+
+    Box m_box;
+    Side m_sides[comparedEdges + 1];
+    std::size_t m_sideCount = 0;
+};
+
+} // namespace qel::Sectrix

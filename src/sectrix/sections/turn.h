@@ -1,0 +1,24 @@
+#pragma once
+
+#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/foundation/value_types.h"
+
+/// \file
+/// The turn at a corner, and what it is compared with.
+
+namespace qel::Sectrix {
+
+/// On a turn value. A corner is strictly convex when its value is at most the negative of this.
+inline constexpr double turnTolerance = 1e-6;
+
+/// The turn at the corner `q` on the way from `p` to `r`: negative to the left, twice the area of the triangle.
+inline double Turn(Vec<2, double> const& p, Vec<2, double> const& q, Vec<2, double> const& r) {
+    return (p[0] - q[0]) * (r[1] - q[1]) - (p[1] - q[1]) * (r[0] - q[0]);
+}
+
+/// Right turns are notches, and so are straight corners: they are cut at like any other.
+inline bool IsNotch(Vec<2, double> const& p, Vec<2, double> const& q, Vec<2, double> const& r) {
+    return Turn(p, q, r) > -turnTolerance;
+}
+
+} // namespace qel::Sectrix
