@@ -8,6 +8,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 struct sqlite3;
@@ -146,8 +147,10 @@ public:
     /// Opens a file that is there already. Whether it is a database shows at the first read.
     ///
     /// Waits up to two seconds for a writer that holds a lock. The schema is not trusted: it can run no function
-    /// with side effects, and no write can damage the file's structure. \param path  in UTF-8. \throws Error when
-    /// the file cannot be opened.
+    /// with side effects, and no write can damage the file's structure.
+    ///
+    /// \param path  in UTF-8.
+    /// \throws Error when the file cannot be opened.
     explicit Database(std::string const& path, Access access = Access::ReadOnly);
     /// Borrows a connection, which must outlive the handle. None of its settings is touched, and nothing of the
     /// handle stays on it: once the handle is gone the connection can be closed.
