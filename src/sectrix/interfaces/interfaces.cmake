@@ -5,3 +5,12 @@ sectrix_library(ORL_Json
     interfaces/dom_reader_json.cpp
     interfaces/dom_writer_json.cpp)
 target_link_libraries(ORL_Json PRIVATE simdjson::simdjson)
+
+find_package(SQLite3 REQUIRED)
+sectrix_library(GvsWrap
+    interfaces/gvs.cpp
+    interfaces/statement.cpp)
+target_link_libraries(GvsWrap PRIVATE SQLite::SQLite3)
+sectrix_library(MVQ
+    interfaces/db_table.cpp)
+target_link_libraries(MVQ PUBLIC GvsWrap PRIVATE SQLite::SQLite3)
