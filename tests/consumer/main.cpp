@@ -1,5 +1,7 @@
-// A host in a folder of its own: it writes a set of sections, reads it back and cuts it.
+// A host in a folder of its own: it writes a set of sections, reads it back and cuts it. Its database has no tables.
 #include "sectrix/interfaces/dom.h"
+#include "sectrix/interfaces/gvs.h"
+#include "sectrix/records/obj.h"
 #include "sectrix/sections/cross_sections.h"
 #include "sectrix/version.h"
 
@@ -11,5 +13,12 @@ int main() {
     set.To(document);
     qel::Sectrix::CrossSections copy;
     copy.From(document);
+    gvs::Database database("/dev/null");
+    try {
+        std::string data;
+        qel::Sectrix::Obj().PullDataFromSourceRecord(&database, data);
+    } catch (gvs::Error const& error) {
+        std::cout << error.what() << '\n';
+    }
     std::cout << qel::Sectrix::kVersion << ": " << copy.Items().at(0).ConvexLoops().size() << " convex loops\n";
 }
