@@ -3,7 +3,7 @@ add_library(sectrix_flags INTERFACE)
 target_compile_features(sectrix_flags INTERFACE cxx_std_17)
 target_compile_options(sectrix_flags INTERFACE
     # Sums and products are rounded one by one, so that every compiler and machine gives the same bits.
-    $<$<CXX_COMPILER_ID:GNU,Clang>:-ffp-contract=off>)
+    $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffp-contract=off>)
 if(ORL_SECTRIX_STRICT)
     target_compile_options(sectrix_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 endif()

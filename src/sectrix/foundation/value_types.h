@@ -60,6 +60,14 @@ struct BBox {
         }
     }
 
+    /// Grows the box until it holds `other`; an empty one adds nothing.
+    constexpr void Widen(BBox const& other) {
+        for (std::size_t axis = 0; axis < N; ++axis) {
+            m_min[axis] = std::min(m_min[axis], other.m_min[axis]);
+            m_max[axis] = std::max(m_max[axis], other.m_max[axis]);
+        }
+    }
+
     static constexpr Vec<N, T> All(T value) {
         Vec<N, T> vec;
         for (std::size_t axis = 0; axis < N; ++axis)
