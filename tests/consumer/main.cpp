@@ -1,4 +1,5 @@
-// A host in a folder of its own: it writes a set of sections, reads it back and cuts it. Its database has no tables.
+// A host in a folder of its own: it writes a set of sections, reads it back and cuts it. Its database has no
+// tables.
 #include "sectrix/interfaces/dom.h"
 #include "sectrix/interfaces/gvs.h"
 #include "sectrix/records/obj.h"

@@ -204,6 +204,9 @@ private:
     /// Binds the section and its loops to the pool `to` as far as they are bound to `from`. Indices keep their
     /// meaning.
     void Rebind(CSPositions const& from, CSPositions& to);
+    /// Fills this section, which must be fresh, as the blending constructor does.
+    /// `partners` has, for each interior loop of `second`, its partner in `first`, or null.
+    void Blend(CrossSection const& first, CrossSection const& second, Loop const* const* partners, double ratio);
 
     /// The pool of a default-built section.
     static CSPositions m_emptyPositions;

@@ -184,6 +184,8 @@ private:
         if (m_positions == &from)
             m_positions = &to;
     }
+    /// Fills this loop, which must be empty and over `pool`, as the blending constructor does.
+    void Blend(Loop const& first, Loop const& second, CSPositions& pool, double ratio);
 
     /// The pool of a default-built loop.
     static CSPositions const m_emptyPositions;
