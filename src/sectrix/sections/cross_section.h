@@ -208,6 +208,11 @@ private:
     /// `partners` has, for each interior loop of `second`, its partner in `first`, or null.
     void Blend(CrossSection const& first, CrossSection const& second, Loop const* const* partners, double ratio);
 
+    /// Fills this section, which must be fresh, as the blending constructor does.
+    ///
+    /// \param partners  for each interior loop of `second` its partner in `first`, or null.
+    void Blend(CrossSection const& first, CrossSection const& second, Loop const* const* partners, double ratio);
+
     /// The pool of a default-built section.
     static CSPositions m_emptyPositions;
 

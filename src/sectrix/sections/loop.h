@@ -187,6 +187,9 @@ private:
     /// Fills this loop, which must be empty and over `pool`, as the blending constructor does.
     void Blend(Loop const& first, Loop const& second, CSPositions& pool, double ratio);
 
+    /// Fills this loop, which must be empty and over `pool`, as the blending constructor does.
+    void Blend(Loop const& first, Loop const& second, CSPositions& pool, double ratio);
+
     /// The pool of a default-built loop.
     static CSPositions const m_emptyPositions;
 
