@@ -30,10 +30,14 @@ public:
     bool operator==(Vertex const& other) const {
         return m_index == other.m_index && m_exterior == other.m_exterior;
     }
+    /// True when the indices or the flags differ.
     bool operator!=(Vertex const& other) const { return !(*this == other); }
 
+    /// The pool index.
     int Index() const { return m_index; }
+    /// True when the edge that arrives here lies on the outline.
     bool Exterior() const { return m_exterior; }
+    /// Replaces the flag.
     void SetExterior(bool exterior) { m_exterior = exterior; }
 
 protected:
@@ -67,7 +71,9 @@ public:
     /// Takes the vertices of `other`; the pool stays.
     Loop& operator=(Loop const& other);
 
+    /// The corners, in order.
     std::vector<Vertex> const& Vertices() const { return m_vertices; }
+    /// The pool that the indices refer to.
     CSPositions const& Positions() const { return *m_positions; }
 
     /// Appends a vertex.
@@ -184,8 +190,6 @@ private:
         if (m_positions == &from)
             m_positions = &to;
     }
-    /// Fills this loop, which must be empty and over `pool`, as the blending constructor does.
-    void Blend(Loop const& first, Loop const& second, CSPositions& pool, double ratio);
 
     /// Fills this loop, which must be empty and over `pool`, as the blending constructor does.
     void Blend(Loop const& first, Loop const& second, CSPositions& pool, double ratio);
