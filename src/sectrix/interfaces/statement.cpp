@@ -1,5 +1,6 @@
 #include "sectrix/interfaces/statement.h"
 
+#include <algorithm>
 #include <cwchar>
 #include <sqlite3.h>
 
@@ -7,26 +8,26 @@ namespace gvs {
 
 namespace {
 
-/// Writes one character and returns the place behind it.
-char* EncodeCharacter(std::uint32_t character, char* target) {
-    auto const put = [&target](std::uint32_t byte) { *target++ = static_cast<char>(byte); };
-    if (character < 0x80) {
-        put(character);
-        return target;
-    }
+void AppendUtf8(std::uint32_t character, std::string& text) {
+    auto const append = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
+    if (character < 0x80)
+        return append(character);
     if (character < 0x800) {
-        put(0xC0 | character >> 6);
+        append(0xC0 | character >> 6);
     } else {
         if (character < 0x10000) {
-            put(0xE0 | character >> 12);
+            append(0xE0 | character >> 12);
         } else {
-            put(0xF0 | character >> 18);
-            put(0x80 | (character >> 12 & 0x3F));
+            append(0xF0 | character >> 18);
+            append(0x80 | (character >> 12 & 0x3F));
         }
-        put(0x80 | (character >> 6 & 0x3F));
+        append(0x80 | (character >> 6 & 0x3F));
     }
-    put(0x80 | (character & 0x3F));
-    return target;
+    append(0x80 | (character & 0x3F));
+}
+
+bool IsAscii(wchar_t element) {
+    return static_cast<std::uint32_t>(element) < 0x80;
 }
 
 bool IsHighSurrogate(std::uint32_t unit) {
@@ -42,18 +43,19 @@ bool IsLowSurrogate(std::uint32_t unit) {
 std::string ToSqlText(wchar_t const* text) {
     if (!text)
         return {};
-    std::string result(4 * std::wcslen(text), '\0'); // no character needs more
-    char* end = result.data();
-    for (; *text; ++text) {
+    auto const* const end = text + std::wcslen(text);
+    if (std::all_of(text, end, IsAscii)) // nearly always, and a pull converts half a dozen names
+        return std::string(text, end);
+    std::string result;
+    for (; text != end; ++text) {
         auto character = static_cast<std::uint32_t>(*text);
         auto const next = static_cast<std::uint32_t>(text[1]);
         if (IsHighSurrogate(character) && IsLowSurrogate(next)) {
             character = 0x10000 + ((character - 0xD800) << 10) + (next - 0xDC00);
             ++text;
         }
-        end = EncodeCharacter(character <= 0x10FFFF ? character : character & 0xFFFF, end);
+        AppendUtf8(character <= 0x10FFFF ? character : character & 0xFFFF, result);
     }
-    result.resize(static_cast<std::size_t>(end - result.data()));
     return result;
 }
 

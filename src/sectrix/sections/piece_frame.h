@@ -21,8 +21,9 @@ public:
 
     /// Makes the frame of a piece; false when a corner is too flat to say how far off a point may lie.
     /// \param corners     of the piece, counter-clockwise; each run of three or more from the first on is strictly
-    /// convex. \param turnError   the greatest rounding error of a turn value among the points that are asked
-    /// about. \param pointError  the same of a coordinate.
+    /// convex.
+    /// \param turnError   the greatest rounding error of a turn value among the points that are asked about.
+    /// \param pointError  the same of a coordinate.
     bool Reset(std::vector<Point> const& corners, double turnError, double pointError);
 
     /// True when no point of the box is inside the frame.
