@@ -1,4 +1,4 @@
-#include "../tests/plain_alignment.h"
+#include "plain_alignment.h"
 #include "result.h"
 #include "target.h"
 
