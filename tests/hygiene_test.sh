@@ -20,7 +20,7 @@ for name in ORL_Json GvsWrap MVQ ORL_Sectrix; do
     allowed=8 # bytes, for one function
     [ $name != ORL_Sectrix ] || allowed=16
     size=$(readelf -dW "$library" | sed -nE 's/.*\(INIT_ARRAYSZ\) *([0-9]+).*/\1/p')
-    [ "${size:-0}" -le $allowed ] || fail "$library runs at load time" "$(nm "$library" | grep _GLOBAL__)"
+    [ "${size:-0}" -le $allowed ] || fail "$library runs at load time" "$(nm "$library" | grep _GLOBAL__sub_I_)"
 done
-[ "$(nm libORL_Sectrix.so | grep -oE '_GLOBAL__\w+')" = _GLOBAL__sub_I_static_objects ] ||
-    fail "not the static objects" "$(nm libORL_Sectrix.so | grep _GLOBAL__)"
+[ "$(nm libORL_Sectrix.so | grep -oE ' _GLOBAL__sub_I_\w+')" = ' _GLOBAL__sub_I_static_objects' ] ||
+    fail "not the static objects" "$(nm libORL_Sectrix.so | grep _GLOBAL__sub_I_)"
