@@ -43,10 +43,15 @@ public:
     /// is read as another kind.
     /// @{
 
+    /// True when the column holds nothing.
     virtual bool isNull(wchar_t const* column) const;
+    /// True when the number in the column is not 0.
     virtual bool getBooleanValue(wchar_t const* column) const;
+    /// The lower 32 bits of the integer in the column.
     virtual std::int32_t getInt32Value(wchar_t const* column) const;
+    /// The integer in the column.
     virtual std::int64_t getInt64Value(wchar_t const* column) const;
+    /// The number in the column.
     virtual double getDoubleValue(wchar_t const* column) const;
     /// The text of the column, as it is stored.
     virtual wchar_t const* getDateTimeValue(wchar_t const* column) const;
@@ -63,18 +68,27 @@ public:
     /// Not supported but for `setBlob`.
     /// @{
 
+    /// Not supported.
     virtual void setNull(wchar_t const* column);
+    /// Not supported.
     virtual void setGeomNull(wchar_t const* column);
+    /// Not supported.
     virtual void setValue(wchar_t const* column, wchar_t const* value);
+    /// Not supported.
     virtual void setValue(wchar_t const* column, double value);
+    /// Not supported.
     virtual void setValue(wchar_t const* column, std::int64_t value);
+    /// Not supported.
     virtual void setValue(wchar_t const* column, int value);
+    /// Not supported.
     virtual void setValue(wchar_t const* column, bool value);
+    /// Not supported.
     virtual void setDateTime(wchar_t const* column, wchar_t const* value);
     /// Stores bytes in the column of the current row at once. The current row still reads as before; the next query
     /// finds the new bytes. Needs a database opened for writing, and a table with row ids.
-    /// \param data  may be null when `size` is 0, which stores an empty blob.
+    /// `data` may be null when `size` is 0, which stores an empty blob.
     virtual void setBlob(wchar_t const* column, void const* data, int size);
+    /// Not supported.
     virtual void setHvtGeometry(wchar_t const* column, void const* data, int size);
 
     /// @}
@@ -92,6 +106,7 @@ public:
     /// Moves to the next row of the query and returns true when there is one. Past the last the query has ended,
     /// and without a query there is none.
     virtual bool readNext();
+    /// Ends the query; without one, nothing happens.
     virtual void endQuery();
     /// True when no row matches.
     virtual bool queryIsEmpty(gvs::Expression const* filter) const;
@@ -105,12 +120,19 @@ public:
     /// Not supported.
     /// @{
 
+    /// Not supported.
     virtual bool insert(std::int64_t* id);
+    /// Not supported.
     virtual std::int64_t update(std::int64_t id);
+    /// Not supported.
     virtual std::int64_t update(gvs::Expression const* filter);
+    /// Not supported.
     virtual std::int64_t remove(gvs::Expression const* filter);
+    /// Not supported.
     virtual std::int64_t remove(std::int64_t id);
+    /// Not supported.
     virtual void beginBulk();
+    /// Not supported.
     virtual void endBulk();
 
     /// @}

@@ -25,6 +25,7 @@ namespace gvs {
 /// A failure of the database, with SQLite's own reason as its text.
 class SECTRIX_EXPORT Error : public std::runtime_error {
 public:
+    /// An error with this text.
     explicit Error(std::string const& reason);
     ~Error() override;
 };
@@ -32,6 +33,7 @@ public:
 /// A column of a table.
 class SECTRIX_EXPORT ColumnDef {
 public:
+    /// A column of this name, in UTF-8, at this place.
     ColumnDef(std::string name, int place) : m_name(std::move(name)), m_place(place) {}
 
     /// In UTF-8, spelled as in the schema.
@@ -48,6 +50,7 @@ private:
 class SECTRIX_EXPORT TableDef {
 public:
     TableDef() = default;
+    /// The columns of a prepared statement; not null.
     explicit TableDef(sqlite3_stmt* statement);
 
     /// The column of this name, else null. Names differ by more than the case of ASCII letters, as in SQL. Good for
@@ -64,6 +67,7 @@ public:
     /// What `m_kind` tells.
     enum Kind : std::int64_t { String = 1, Integer = 3 };
 
+    /// An integer.
     explicit Value(std::int64_t integer) : m_kind(Integer), m_integer(integer) {}
     /// A text of its own; null is the empty text.
     explicit Value(wchar_t const* text) : Value(std::int64_t{0}) { SetString(text, true); }
@@ -114,7 +118,9 @@ private:
 /// same again, and `BooleanOp`.
 class SECTRIX_EXPORT ExprBuilder {
 public:
+    /// How two operands are compared.
     enum ComparisonOps : int { Equal = 0 };
+    /// How two conditions are joined.
     enum LogicalOps : int { And = 0 };
 
     /// Writes behind what `target` holds. It must outlive the builder. There is no schema to look names up in and
@@ -142,6 +148,7 @@ private:
 /// statements on it must be gone before it goes. One thread at a time may use a handle and what stands on it.
 class SECTRIX_EXPORT Database {
 public:
+    /// What a handle may do with its file.
     enum class Access { ReadOnly, ReadWrite };
 
     /// Opens a file that is there already. Whether it is a database shows at the first read.

@@ -45,6 +45,7 @@ public:
 
     /// The columns of a row, true to the schema that the last `Step` found.
     TableDef const& Columns() const { return m_prepared.mapped().m_columns; }
+    /// SQLite's own handle, good for as long as this use.
     sqlite3_stmt* Handle() const { return m_prepared.mapped().m_handle.get(); }
     /// Raises what SQLite says of its latest failure.
     [[noreturn]] void Fail() const;

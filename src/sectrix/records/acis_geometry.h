@@ -21,12 +21,15 @@ class SECTRIX_EXPORT AcisGeometry {
 public:
     /// Index 0, empty strings, the identity transform.
     AcisGeometry() = default;
+    /// A record of these values.
     AcisGeometry(std::wstring const& guid, std::wstring const& parentClass, std::wstring const& parentGuid,
                  std::wstring const& dataGuid, Mat<4, double> const& transform, int index,
                  std::wstring const& category);
+    /// A full copy.
     AcisGeometry(AcisGeometry const& other) = default;
     /// Takes the strings over and leaves them empty in `other`, which keeps its index and transform.
     AcisGeometry(AcisGeometry&& other) noexcept;
+    /// Takes a full copy.
     AcisGeometry& operator=(AcisGeometry const& other) = default;
     /// Takes the strings over and leaves them empty in `other`, which keeps its index and transform.
     AcisGeometry& operator=(AcisGeometry&& other) noexcept;
@@ -41,16 +44,24 @@ public:
     std::wstring const& ParentClass() const { return m_parentClass; }
     /// The GUID of the record that owns this geometry.
     std::wstring const& ParentGuid() const { return m_parentGuid; }
+    /// What the host sorts the geometry under.
     std::wstring const& Category() const { return m_category; }
     /// The placement of the geometry.
     Mat<4, double> const& Transform() const { return m_transform; }
 
+    /// Replaces what `Index` gives.
     void SetIndex(int index) { m_index = index; }
+    /// Replaces what `Guid` gives.
     void SetGuid(std::wstring const& guid) { m_guid = guid; }
+    /// Replaces what `DataGuid` gives.
     void SetDataGuid(std::wstring const& dataGuid) { m_dataGuid = dataGuid; }
+    /// Replaces what `ParentClass` gives.
     void SetParentClass(std::wstring const& parentClass) { m_parentClass = parentClass; }
+    /// Replaces what `ParentGuid` gives.
     void SetParentGuid(std::wstring const& parentGuid) { m_parentGuid = parentGuid; }
+    /// Replaces what `Category` gives.
     void SetCategory(std::wstring const& category) { m_category = category; }
+    /// Replaces what `Transform` gives.
     void SetTransform(Mat<4, double> const& transform) { m_transform = transform; }
 
     /// Fetches the SAT text into `out`.

@@ -22,17 +22,21 @@ class SECTRIX_EXPORT Obj {
 public:
     /// The id -1, empty strings, the identity transform.
     Obj() = default;
+    /// A record of these values.
     Obj(std::int64_t id, std::wstring const& key, std::wstring const& name, std::wstring const& parentId,
         std::wstring const& parentClass, std::wstring const& dataGuid, Mat<4, double> const& transform);
+    /// A full copy.
     Obj(Obj const& other) = default;
     /// Takes the strings over and leaves them empty in `other`, which keeps its id and transform.
     Obj(Obj&& other) noexcept;
+    /// Takes a full copy.
     Obj& operator=(Obj const& other) = default;
     /// Takes the strings over and leaves them empty in `other`, which keeps its id and transform.
     Obj& operator=(Obj&& other) noexcept;
 
     /// The row id of the object in "MESHES"; -1 when it is not set.
     std::int64_t ID() const { return m_id; }
+    /// The key of the object.
     std::wstring const& Key() const { return m_key; }
     /// The display name.
     std::wstring const& Name() const { return m_name; }
@@ -45,12 +49,19 @@ public:
     /// The placement of the object.
     Mat<4, double> const& Transform() const { return m_transform; }
 
+    /// Replaces what `ID` gives.
     void SetID(std::int64_t id) { m_id = id; }
+    /// Replaces what `Key` gives.
     void SetKey(std::wstring const& key) { m_key = key; }
+    /// Replaces what `Name` gives.
     void SetName(std::wstring const& name) { m_name = name; }
+    /// Replaces what `DataGuid` gives.
     void SetDataGuid(std::wstring const& dataGuid) { m_dataGuid = dataGuid; }
+    /// Replaces what `ParentID` gives.
     void SetParentID(std::wstring const& parentId) { m_parentId = parentId; }
+    /// Replaces what `ParentClass` gives.
     void SetParentClass(std::wstring const& parentClass) { m_parentClass = parentClass; }
+    /// Replaces what `Transform` gives.
     void SetTransform(Mat<4, double> const& transform) { m_transform = transform; }
 
     /// Fetches the mesh data, the bytes as they are stored, into `out`.

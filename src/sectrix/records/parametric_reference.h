@@ -15,11 +15,14 @@ namespace qel::Sectrix {
 /// Strings are wide, one 16-bit unit an element.
 class SECTRIX_EXPORT ParametricReference {
 public:
+    /// A record of these values.
     ParametricReference(std::wstring const& path, std::wstring const& parametricType, std::wstring const& data,
                         Mat<4, double> const& transform);
+    /// A full copy.
     ParametricReference(ParametricReference const& other) = default;
     /// Takes the strings over and leaves them empty in `other`, which keeps its transform.
     ParametricReference(ParametricReference&& other) noexcept;
+    /// Takes a full copy.
     ParametricReference& operator=(ParametricReference const& other) = default;
     /// Takes the strings over and leaves them empty in `other`, which keeps its transform.
     ParametricReference& operator=(ParametricReference&& other) noexcept;
@@ -33,9 +36,13 @@ public:
     /// The placement.
     Mat<4, double> const& Transform() const { return m_transform; }
 
+    /// Replaces what `Path` gives.
     void SetPath(std::wstring const& path) { m_path = path; }
+    /// Replaces what `ParametricType` gives.
     void SetParametricType(std::wstring const& parametricType) { m_parametricType = parametricType; }
+    /// Replaces what `Data` gives.
     void SetData(std::wstring const& data) { m_data = data; }
+    /// Replaces what `Transform` gives.
     void SetTransform(Mat<4, double> const& transform) { m_transform = transform; }
 
 private:

@@ -14,6 +14,7 @@ namespace mvq {
 /// "DATA_GUID", which refers to `SATDefinitions`; in the other it has the SAT text itself, in "DATA".
 class SECTRIX_EXPORT SATGeometries : public DbTable {
 public:
+    /// Binds to the table; the database is not null.
     explicit SATGeometries(gvs::Database* db);
     ~SATGeometries() override;
 };
@@ -21,6 +22,7 @@ public:
 /// "SAT_DEFINITIONS": SAT texts by "GUID".
 class SECTRIX_EXPORT SATDefinitions : public DbTable {
 public:
+    /// Binds to the table; the database is not null.
     explicit SATDefinitions(gvs::Database* db);
     ~SATDefinitions() override;
 
@@ -31,6 +33,7 @@ public:
 /// "MESH_DEFINITIONS": mesh data by "GUID".
 class SECTRIX_EXPORT MeshDefinitions : public DbTable {
 public:
+    /// Binds to the table; the database is not null.
     explicit MeshDefinitions(gvs::Database* db);
     ~MeshDefinitions() override;
 
@@ -41,6 +44,7 @@ public:
 /// A table of objects of the model.
 class SECTRIX_EXPORT DbObject : public DbTable {
 public:
+    /// Binds to the table of this name; the database is not null.
     DbObject(gvs::Database* db, wchar_t const* table);
     ~DbObject() override;
 };
@@ -49,6 +53,7 @@ public:
 /// to `MeshDefinitions`; in the other it has the mesh data itself, in "DATA".
 class SECTRIX_EXPORT Meshes : public DbObject {
 public:
+    /// Binds to the table; the database is not null.
     explicit Meshes(gvs::Database* db);
     ~Meshes() override;
 

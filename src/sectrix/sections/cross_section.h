@@ -61,13 +61,18 @@ public:
 
     /// The name of the assembly part, empty when there is none.
     std::string const& AssemblyPartName() const { return m_assemblyPartName; }
+    /// The outline.
     Loop const& ExteriorLoop() const { return m_exteriorLoop; }
+    /// The outline, for changing.
     Loop& GetExteriorLoop() { return m_exteriorLoop; }
+    /// The holes, in document order.
     std::vector<Loop> const& InteriorLoops() const { return m_interiorLoops; }
+    /// The holes, for changing.
     std::vector<Loop>& GetInteriorLoops() { return m_interiorLoops; }
     /// The pool indices of the positions that building the convex loops has added, in the order of their making.
     /// Never builds.
     std::vector<int> const& AddedVertices() const { return m_addedVertices; }
+    /// The pool that the loops refer to.
     CSPositions const& Positions() const { return *m_positions; }
 
     /// The box around the exterior and interior loops, worked out anew at each call.
@@ -112,6 +117,7 @@ public:
     /// section whose exterior loop has no vertices has no convex loops, whatever its holes. When memory runs out in
     /// a build, the section stays unbuilt and the pool as it was.
     std::vector<Loop> const& ConvexLoops() const;
+    /// The same list for changing.
     std::vector<Loop>& GetConvexLoops();
 
     /// Drops the convex loops, and moves the indices of the added positions into `removed` beside what that holds.

@@ -59,8 +59,11 @@ public:
     /// \name Reading
     /// @{
 
+    /// The sections, in document order.
     std::vector<CrossSection> const& Items() const { return m_items; }
+    /// The sections, for changing.
     std::vector<CrossSection>& GetItems() { return m_items; }
+    /// The pool of the set.
     CSPositions const& Positions() const { return m_positions; }
     /// The named parameters of the document read last.
     std::map<std::string, double> const& Parameters() const { return m_parameters; }
@@ -80,6 +83,7 @@ public:
 
     /// Drops the convex loops of all sections and takes the positions that they had added out of the pool, from the
     /// highest index down. A position that the host has appended behind those moves down with nothing following it.
+    /// When memory runs out nothing has changed.
     void ResetConvexLoops();
 
     /// @}

@@ -30,10 +30,14 @@ public:
     bool operator==(Vertex const& other) const {
         return m_index == other.m_index && m_exterior == other.m_exterior;
     }
+    /// True when the indices or the flags differ.
     bool operator!=(Vertex const& other) const { return !(*this == other); }
 
+    /// The pool index.
     int Index() const { return m_index; }
+    /// True when the edge that arrives here lies on the outline.
     bool Exterior() const { return m_exterior; }
+    /// Replaces the flag.
     void SetExterior(bool exterior) { m_exterior = exterior; }
 
 protected:
@@ -67,7 +71,9 @@ public:
     /// Takes the vertices of `other`; the pool stays.
     Loop& operator=(Loop const& other);
 
+    /// The corners, in order.
     std::vector<Vertex> const& Vertices() const { return m_vertices; }
+    /// The pool that the indices refer to.
     CSPositions const& Positions() const { return *m_positions; }
 
     /// Appends a vertex.
