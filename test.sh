@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds and tests the project: installs what is missing, then runs all tests as a release with GCC and under the
-# sanitizers with Clang, and checks the formatting.
+# Builds and tests the project: installs what is missing, checks the formatting, then runs all tests as a release with
+# GCC and under the sanitizers with Clang, the hostile corpus on four threads under the thread sanitizer, compares the
+# answers of six builds to the last bit, and looks ten seconds a target for input that breaks anything.
 set -euo pipefail
 cd "$(dirname "$0")"
 cmake/install-packages.sh
@@ -16,3 +17,14 @@ for preset in release check; do
     cmake --build --preset $preset
     ctest --preset $preset -j "$(nproc)"
 done
+
+echo "== threads"
+cmake --preset threads >/dev/null
+cmake --build --preset threads --target replay
+build/threads/fuzz/replay 4 all fuzz/corpus | tail -n 1
+
+echo "== same bytes"
+fuzz/same_bytes.sh
+
+echo "== fuzzing"
+fuzz/run.sh 10
