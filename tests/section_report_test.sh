@@ -15,6 +15,8 @@ xmllint --noout "$work"/demo/*.svg || fail "pictures are not XML"
 for svg in "$work"/demo/*.svg; do
     grep -q "$(basename "$svg")" "$work/demo/index.html" || fail "$svg is not on the page"
 done
+# What is written back is a document that the schema takes.
+python3 "$source/tests/schemas_test.py" "$source" "$work"/demo/*.json || fail "documents against the schemas"
 
 # Bad files are named, the others are reported on, and text is escaped wherever it goes.
 cat >"$work/q&a.json" <<'JSON'

@@ -30,6 +30,7 @@ public:
     Position const& Origin() const { return m_origin; }
     /// A direction, as it was read: not normalised and not tested.
     Position const& Normal() const { return m_normal; }
+    /// The skew, as it was read.
     double Skew() const { return m_skew; }
 
     /// Reads "Start" (looked at only when it is a boolean), "Origin", "Normal" and "Skew".
@@ -46,9 +47,11 @@ private:
 class SECTRIX_EXPORT Profile {
 public:
     Profile() = default;
+    /// A full copy.
     Profile(Profile const& other) = default;
     /// Takes the positions over and leaves `other` without any.
     Profile(Profile&& other) noexcept;
+    /// Takes a full copy.
     Profile& operator=(Profile const& other) = default;
     /// Takes the positions over and leaves `other` without any.
     Profile& operator=(Profile&& other) noexcept;
@@ -67,15 +70,18 @@ private:
 class SECTRIX_EXPORT ExtrudedSection {
 public:
     ExtrudedSection() = default;
+    /// A full copy.
     ExtrudedSection(ExtrudedSection const& other) = default;
     /// Takes the profiles over and leaves `other` without any; `other` keeps its flag.
     ExtrudedSection(ExtrudedSection&& other) noexcept;
+    /// Takes a full copy.
     ExtrudedSection& operator=(ExtrudedSection const& other) = default;
     /// Takes the profiles over and leaves `other` without any; `other` keeps its flag.
     ExtrudedSection& operator=(ExtrudedSection&& other) noexcept;
 
     /// True for an outline, as is the default; false for a hole.
     bool Exterior() const { return m_exterior; }
+    /// In document order.
     std::vector<Profile> const& Profiles() const { return m_profiles; }
 
     /// Reads "Exterior", where anything but a boolean makes it false, and adds the profiles under "Profiles".
@@ -90,15 +96,18 @@ private:
 class SECTRIX_EXPORT Extrusion {
 public:
     Extrusion() = default;
+    /// A full copy.
     Extrusion(Extrusion const& other) = default;
     /// Takes all over and leaves `other` empty.
     Extrusion(Extrusion&& other) noexcept;
+    /// Takes a full copy.
     Extrusion& operator=(Extrusion const& other) = default;
     /// Takes all over and leaves `other` empty.
     Extrusion& operator=(Extrusion&& other) noexcept;
 
     /// UTF-8.
     std::string const& AssemblyPartName() const { return m_assemblyPartName; }
+    /// In document order.
     std::vector<ExtrudedSection> const& Sections() const { return m_sections; }
 
     /// Reads "assemblyPartName", where anything but a string makes it empty, and adds the sections under

@@ -34,11 +34,17 @@ public:
     /// is not tested: where it is 0 the coordinates become infinite or not a number.
     Position(double x, double y, double z, Matrix const& matrix);
 
+    /// The x coordinate.
     double X() const { return m_x; }
+    /// The y coordinate.
     double Y() const { return m_y; }
+    /// The z coordinate.
     double Z() const { return m_z; }
+    /// Replaces x, untested.
     void SetX(double value) { m_x = value; }
+    /// Replaces y, untested.
     void SetY(double value) { m_y = value; }
+    /// Replaces z, untested.
     void SetZ(double value) { m_z = value; }
 
     /// False when a coordinate is +infinity or not a number; -infinity is valid.

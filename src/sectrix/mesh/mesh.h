@@ -21,6 +21,7 @@ class SECTRIX_EXPORT Mesh {
 public:
     /// A mesh without triangles under the identity. \param key, name  end at their first zero; not null.
     Mesh(wchar_t const* key, wchar_t const* name);
+    /// A full copy.
     Mesh(Mesh const& other) = default;
     /// A copy; with `merge` true, one in which positions closer than 0.0001 are one, and positions that no triangle
     /// uses are gone.
@@ -44,7 +45,9 @@ public:
     /// The corners of the triangles, three after three, in the winding order of the source, as indices into
     /// `Positions`: never negative, but not tested against the number of positions.
     std::vector<std::int64_t> const& Indices() const { return m_indices; }
+    /// The identifying key given at construction.
     std::wstring const& Key() const { return m_key; }
+    /// The display name given at construction.
     std::wstring const& Name() const { return m_name; }
     /// With the transform already applied.
     std::vector<Position> const& Positions() const { return m_positions; }

@@ -21,15 +21,18 @@ public:
 
     /// Makes the frame of a piece; false when a corner is too flat to say how far off a point may lie.
     /// \param corners     of the piece, counter-clockwise; each run of three or more from the first on is strictly
-    /// convex. \param turnError   the greatest rounding error of a turn value among the points that are asked
-    /// about. \param pointError  the same of a coordinate.
+    /// convex.
+    /// \param turnError   the greatest rounding error of a turn value among the points that are asked about.
+    /// \param pointError  the same of a coordinate.
     bool Reset(std::vector<Point> const& corners, double turnError, double pointError);
 
     /// True when no point of the box is inside the frame.
     bool IsBeyond(Box const& box) const {
         // One jump for the frame and one for all sides: which of them decides cannot be foretold.
-        bool const isBeside = (box.m_min[0] > m_box.m_max[0]) | (box.m_max[0] < m_box.m_min[0]) |
-                              (box.m_min[1] > m_box.m_max[1]) | (box.m_max[1] < m_box.m_min[1]);
+        bool isBeside = box.m_min[0] > m_box.m_max[0];
+        isBeside |= box.m_max[0] < m_box.m_min[0];
+        isBeside |= box.m_min[1] > m_box.m_max[1];
+        isBeside |= box.m_max[1] < m_box.m_min[1];
         if (isBeside)
             return true;
         bool isOutside = false;
