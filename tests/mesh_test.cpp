@@ -1,52 +1,16 @@
 #include "meshes.h"
+#include "plain_merging.h"
 
 #include <assimp/mesh.h>
-#include <cstring>
 #include <gtest/gtest.h>
 
 using namespace qel;
 using namespace qel::Sectrix;
 using namespace meshes;
+using plain::Holds;
 using shapes::Below;
 
 namespace {
-
-/// Compares bits, so that what is not a number equals itself.
-bool Holds(Mesh const& mesh, Positions const& positions, Indices const& indices) {
-    return mesh.Indices() == indices && mesh.Positions().size() == positions.size() &&
-           std::equal(positions.begin(), positions.end(), mesh.Positions().begin(),
-                      [](Position const& a, Position const& b) { return std::memcmp(&a, &b, sizeof a) == 0; });
-}
-
-/// The merging copy step by step, with its rules as variables.
-struct PlainMerging {
-    double tolerance = 1e-8;
-    bool nearWhereNotANumber = true, first = true, dropsUnused = true;
-
-    bool Agrees(Mesh const& mesh) const {
-        Positions kept;
-        Indices remap, merged;
-        for (auto const& position : mesh.Positions()) {
-            std::int64_t index = -1;
-            for (std::size_t j = 0; j < kept.size() && (index < 0 || !first); ++j)
-                if (double const square = position.Distance2(kept[j]);
-                    std::isnan(square) ? nearWhereNotANumber : square < tolerance)
-                    index = static_cast<std::int64_t>(j);
-            bool used = !dropsUnused;
-            for (auto entry : mesh.Indices())
-                used = used || static_cast<std::int32_t>(entry) == static_cast<std::int32_t>(remap.size());
-            if (index < 0 && used) {
-                index = static_cast<std::int64_t>(kept.size());
-                kept.push_back(position);
-            }
-            remap.push_back(index);
-        }
-        for (auto entry : mesh.Indices())
-            if (auto const place = static_cast<std::size_t>(entry); place < remap.size() && remap[place] >= 0)
-                merged.push_back(remap[place]);
-        return Holds(Mesh(mesh, true), kept, merged);
-    }
-};
 
 /// Positions in rows closer than the tolerance, just as close or not quite, across the borders of cells, and where
 /// doubles are farther apart; often flat, and some with coordinates that are not finite.
@@ -73,7 +37,7 @@ Mesh RandomMesh(shapes::Random& random) {
 TEST(Mesh, MergingCopyIsThePlainOne) {
     shapes::Random random(4);
     // All but the first break one rule: a judge that never says no to them is no judge.
-    PlainMerging const plain[] = {
+    plain::Merging const plain[] = {
         {}, {std::nextafter(1e-8, 1)}, {1e-8, false}, {1e-8, true, false}, {1e-8, true, true, false}};
     int refusals[5] = {};
     for (int round = 0; round < 1500; ++round) {

@@ -81,9 +81,14 @@ void CrossSections::NormalizeVertical() {
 }
 
 void CrossSections::ResetConvexLoops() {
+    // All indices are gathered before a section drops its own: when memory runs out, nothing has changed.
     std::set<int> removed;
-    for (auto& section : m_items)
-        section.ResetConvexLoops(removed);
+    for (auto const& section : m_items)
+        removed.insert(section.m_addedVertices.begin(), section.m_addedVertices.end());
+    for (auto& section : m_items) {
+        section.m_convexLoops.clear();
+        section.m_addedVertices.clear();
+    }
     for (auto index = removed.rbegin(); index != removed.rend(); ++index)
         m_positions.RemovePosition(static_cast<std::uint64_t>(std::int64_t{*index}));
 }

@@ -83,6 +83,7 @@ public:
 
     /// Drops the convex loops of all sections and takes the positions that they had added out of the pool, from the
     /// highest index down. A position that the host has appended behind those moves down with nothing following it.
+    /// When memory runs out nothing has changed.
     void ResetConvexLoops();
 
     /// @}

@@ -29,8 +29,10 @@ public:
     /// True when no point of the box is inside the frame.
     bool IsBeyond(Box const& box) const {
         // One jump for the frame and one for all sides: which of them decides cannot be foretold.
-        bool const isBeside = (box.m_min[0] > m_box.m_max[0]) | (box.m_max[0] < m_box.m_min[0]) |
-                              (box.m_min[1] > m_box.m_max[1]) | (box.m_max[1] < m_box.m_min[1]);
+        bool isBeside = box.m_min[0] > m_box.m_max[0];
+        isBeside |= box.m_max[0] < m_box.m_min[0];
+        isBeside |= box.m_min[1] > m_box.m_max[1];
+        isBeside |= box.m_max[1] < m_box.m_min[1];
         if (isBeside)
             return true;
         bool isOutside = false;
