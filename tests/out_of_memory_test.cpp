@@ -167,14 +167,17 @@ TEST_F(OutOfMemory, Documents) {
     expected.From(written);
     Exhaust([&](Attempt attempt) {
         Dom dom(1.0);
-        if (!attempt([&] { DomReaderJson::FromString(dom, json.c_str(), nullptr); }))
+        if (!attempt([&] { DomReaderJson::FromString(dom, json.c_str(), nullptr); })) {
             EXPECT_EQ(dom.asDouble(0), 1.0);
+        }
         Dom copy("kept");
-        if (!attempt([&] { copy = written; }))
+        if (!attempt([&] { copy = written; })) {
             EXPECT_EQ(copy.asString(""), "kept");
+        }
         std::string text;
-        if (attempt([&] { text = DomWriterJson::ToString(written); }))
+        if (attempt([&] { text = DomWriterJson::ToString(written); })) {
             EXPECT_EQ(text, json);
+        }
     });
     Exhaust([&](Attempt attempt) {
         CrossSections set;
@@ -182,14 +185,16 @@ TEST_F(OutOfMemory, Documents) {
         bool const isDone = attempt([&] { set.From(stream); });
         auto const text = fuzz::Text(set);
         ExpectIntact(set, text, fuzz::CutText(CrossSections(set)));
-        if (isDone)
+        if (isDone) {
             EXPECT_EQ(text, fuzz::Text(expected));
+        }
     });
     Exhaust([&](Attempt attempt) {
         Dom dom;
         CrossSections set = expected;
-        if (attempt([&] { set.To(dom); }))
+        if (attempt([&] { set.To(dom); })) {
             EXPECT_EQ(DomWriterJson::ToString(dom["Outlines"]), DomWriterJson::ToString(written["Outlines"]));
+        }
         ExpectIntact(set, fuzz::Text(expected), m_cut);
     });
 }
@@ -283,16 +288,18 @@ TEST_F(OutOfMemory, Meshes) {
     Exhaust([&](Attempt attempt) {
         Mesh mesh(L"a key that is too long to stand within", L"");
         Matrix const matrix{identity.m_elements.data()};
-        if (!attempt([&] { mesh.fromOBJ(&source, matrix); }))
+        if (!attempt([&] { mesh.fromOBJ(&source, matrix); })) {
             EXPECT_LE(mesh.Positions().size(), 600u);
+        }
         attempt([&] {
             Mesh const copy(filled, true);
             budget = -1;
             EXPECT_EQ(copy.Indices(), merged);
         });
         auto const before = mesh.Positions().size();
-        if (!attempt([&] { mesh = filled; }))
+        if (!attempt([&] { mesh = filled; })) {
             EXPECT_EQ(mesh.Positions().size(), before);
+        }
         EXPECT_EQ(Mesh(filled, true).Indices(), merged);
     });
     source.mVertices = nullptr; // the arrays here are not the mesh's to free
@@ -310,8 +317,9 @@ TEST_F(OutOfMemory, ExtrusionsAndText) {
     Exhaust([&](Attempt attempt) {
         Extrusion part;
         Extrusion copy;
-        if (attempt([&] { part.from(dom); }))
+        if (attempt([&] { part.from(dom); })) {
             EXPECT_EQ(part.Sections().at(0).Profiles().size(), 2u);
+        }
         attempt([&] { copy = part; });
         std::string narrow;
         attempt([&] { narrow = ToUtf8(wide); });
@@ -353,8 +361,9 @@ TEST_F(OutOfMemory, Pulls) {
                 geometry.PullDataFromSourceRecord(&database, out);
                 EXPECT_EQ(out, "400 0 1 0");
                 out = "old";
-                if (!attempt([&] { object.PullDataFromSourceRecord(&database, out); }))
+                if (!attempt([&] { object.PullDataFromSourceRecord(&database, out); })) {
                     EXPECT_EQ(out, "old");
+                }
                 object.PullDataFromSourceRecord(&database, out);
                 EXPECT_NE(out, "old");
             }
