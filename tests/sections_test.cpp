@@ -1,6 +1,6 @@
 #include "plain_cutting.h"
 #include "section_text.h"
-#include "shapes.h"
+#include "shape_set.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@
 using namespace qel;
 using namespace qel::Sectrix;
 using namespace sectrix_tests;
+using shapes::MakeSet;
 
 namespace {
 
@@ -31,20 +32,6 @@ public:
             }
     }
 };
-
-CrossSections MakeSet(shapes::Shape const& shape) {
-    CSPositions pool;
-    for (auto const& point : shape.points)
-        pool.AddPosition({point.x, point.y});
-    CrossSections set(pool, false);
-    auto& section = set.GetItems()[0];
-    for (std::size_t i = 0; i < shape.loops.size(); ++i) {
-        auto& loop = i == 0 ? section.GetExteriorLoop() : section.AddInteriorLoop();
-        for (int index : shape.loops[i])
-            loop.AddVertex(index, true);
-    }
-    return set;
-}
 
 plain::Cutter MakeTwin(shapes::Shape const& shape) {
     plain::Cutter twin;
