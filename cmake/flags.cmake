@@ -18,6 +18,8 @@ function(sectrix_library name)
     add_library(${name} SHARED ${ARGN})
     add_library(ORL_Sectrix::${name} ALIAS ${name})
     target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:sectrix_flags>)
+    # A library's calls of its own exported functions are bound to them, and may be inlined.
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-fno-semantic-interposition>)
     target_compile_features(${name} PUBLIC cxx_std_17)
     target_include_directories(${name} PUBLIC
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src> $<INSTALL_INTERFACE:include>)

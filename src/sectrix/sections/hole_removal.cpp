@@ -1,23 +1,13 @@
 #include "sectrix/foundation/strict_arithmetic.h"
 #include "sectrix/sections/cross_section.h"
 #include "sectrix/sections/hole_merger.h"
+#include "sectrix/sections/reserve_more.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
 
 namespace qel::Sectrix {
-
-namespace {
-
-/// Makes room for `count` more entries, with a growth that keeps many small calls cheap.
-template <class List>
-void ReserveMore(List& list, std::size_t count) {
-    if (list.capacity() - list.size() < count)
-        list.reserve(std::max(list.size() + count, 2 * list.capacity()));
-}
-
-} // namespace
 
 bool CrossSection::RemoveHole() const {
     return MergeHoles(1) > 0;
