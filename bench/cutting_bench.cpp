@@ -2,6 +2,7 @@
 
 #include <benchmark/benchmark.h>
 #include <chrono>
+#include <ctime>
 #include <geos_c.h>
 #include <limits>
 #include <string>
@@ -23,10 +24,16 @@ double Seconds(Work work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
 
-/// Seconds for one build; what an earlier one has left is taken away first.
-double Build(CrossSections& set) {
-    set.ResetConvexLoops();
-    return Seconds([&set] { benchmark::DoNotOptimize(set.Items()[0].ConvexLoops().data()); });
+/// Seconds of the processor, which other programs do not add to; too coarse for short runs.
+template <class Work>
+double ProcessorSeconds(Work work) {
+    auto const begin = std::clock();
+    work();
+    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+}
+
+void Build(CrossSections& set) {
+    benchmark::DoNotOptimize(set.Items()[0].ConvexLoops().data());
 }
 
 /// A polygon of the peer.
@@ -70,7 +77,8 @@ void BesideThePeer(benchmark::State& state, Shape const& shape) {
     Peer const peer(shape);
     double best = std::numeric_limits<double>::max(), peerBest = best;
     for (auto _ : state) {
-        double const seconds = Build(set);
+        set.ResetConvexLoops();
+        double const seconds = Seconds([&set] { Build(set); });
         state.SetIterationTime(seconds);
         best = std::min(best, seconds);
         peerBest = std::min(peerBest, peer.Triangulate());
@@ -90,7 +98,11 @@ void Growth(benchmark::State& state, Shape (*make)(std::size_t)) {
             auto const shape = make(size);
             auto set = MakeSet(shape);
             vertices[step] = static_cast<double>(shape.points.size());
-            seconds[step] = std::min({Build(set), Build(set), Build(set)});
+            seconds[step] = std::numeric_limits<double>::max();
+            for (int repetition = 0; repetition < 3; ++repetition) {
+                set.ResetConvexLoops();
+                seconds[step] = std::min(seconds[step], ProcessorSeconds([&set] { Build(set); }));
+            }
         }
     auto const exponent = [&](int step) {
         return std::log(seconds[step + 1] / seconds[step]) / std::log(vertices[step + 1] / vertices[step]);

@@ -40,11 +40,13 @@ bool PieceFrame::Reset(std::vector<Point> const& corners, double turnError, doub
         m_box.m_min[axis] -= room;
         m_box.m_max[axis] += room;
     }
+    // A triangle has no shorter piece, so that a point in it has passed all its sides, whatever its corners do.
+    double const sideRoom = corners.size() == 3 ? pointError : room;
     m_sideCount = 0;
-    AddSide(corners.back(), corners.front(), room, tolerance);
+    AddSide(corners.back(), corners.front(), sideRoom, tolerance);
     std::size_t const stride = (corners.size() - 2) / comparedEdges + 1;
     for (std::size_t i = 0; i + 1 < corners.size(); i += stride)
-        AddSide(corners[i], corners[i + 1], room, tolerance);
+        AddSide(corners[i], corners[i + 1], sideRoom, tolerance);
     return true;
 }
 
