@@ -48,11 +48,13 @@ private:
         double m_x, m_y, m_offset;
     };
 
-    void AddSide(Point const& tail, Point const& head, double room, double tolerance);
+    void AddSide(Point const& tail, Point const& head, double pointError);
 
     /// About this many edges of the chain are taken, and the chord.
     static constexpr std::size_t comparedEdges = 4;
 
+    /// Where the corners of the piece, and of those that it shrinks to, have moved to.
+    std::vector<Point> m_moved;
     Box m_box;
     Side m_sides[comparedEdges + 1];
     std::size_t m_sideCount = 0;
