@@ -20,9 +20,11 @@ std::size_t const indexThreshold = 40000;
 
 } // namespace
 
-HoleMerger::HoleMerger(std::vector<Vertex> const& vertices, std::vector<Point> const& points, std::size_t leftMost,
-                       std::vector<Hole> holes, int firstNewIndex)
-    : m_holes(std::move(holes)), m_firstNewIndex(firstNewIndex), m_leftMostX(points[leftMost][0]) {
+HoleMerger::HoleMerger(std::vector<Vertex> const& vertices, Scratch::List<Point> const& points,
+                       std::size_t leftMost, Scratch::List<Hole> holes, int firstNewIndex)
+    : m_holes(std::move(holes)), m_nodes(m_holes.get_allocator()), m_edgeStarts(m_holes.get_allocator()),
+      m_feet(m_holes.get_allocator()), m_firstNewIndex(firstNewIndex), m_leftMostX(points[leftMost][0]),
+      m_nearest(m_holes.get_allocator()) {
     std::size_t total = vertices.size();
     bool isFinite = true;
     auto const check = [&isFinite](Point const& point) {
@@ -184,7 +186,9 @@ void HoleMerger::Splice(Hole const& hole, int bridge) {
 }
 
 int HoleMerger::AddNode(Point const& point, Vertex vertex) {
-    m_nodes.push_back({point, vertex, -1, -1});
+    auto& node = m_nodes.emplace_back();
+    node.m_point = point;
+    node.m_vertex = vertex;
     return static_cast<int>(m_nodes.size()) - 1;
 }
 

@@ -5,7 +5,7 @@
 
 namespace qel::Sectrix {
 
-bool PieceFrame::Reset(std::vector<Point> const& corners, double turnError, double pointError) {
+bool PieceFrame::Reset(Scratch::List<Point> const& corners, double turnError, double pointError) {
     // A point in the piece has passed its edges, each moved outward by what the tolerance on a turn value comes to.
     // Where two moved edges meet, their corner has moved too. In every direction one of the moved corners lies
     // furthest, so that the frame may close around these.

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "sectrix/foundation/value_types.h"
+#include "sectrix/sections/scratch.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
 
 /// \file
 /// What lies around a convex piece.
@@ -19,11 +19,13 @@ public:
     using Point = Vec<2, double>;
     using Box = BBox<2, double>;
 
+    explicit PieceFrame(std::pmr::memory_resource* memory) : m_moved(memory) {}
+
     /// Makes the frame of a piece; false when a corner is too flat to say how far off a point may lie.
     /// \param corners     of the piece, counter-clockwise; each run of three or more from the first on is strictly
     /// convex. \param turnError   the greatest rounding error of a turn value among the points that are asked
     /// about. \param pointError  the same of a coordinate.
-    bool Reset(std::vector<Point> const& corners, double turnError, double pointError);
+    bool Reset(Scratch::List<Point> const& corners, double turnError, double pointError);
 
     /// True when no point of the box is inside the frame.
     bool IsBeyond(Box const& box) const {
@@ -54,7 +56,7 @@ private:
     static constexpr std::size_t comparedEdges = 4;
 
     /// Where the corners of the piece, and of those that it shrinks to, have moved to.
-    std::vector<Point> m_moved;
+    Scratch::List<Point> m_moved;
     Box m_box;
     Side m_sides[comparedEdges + 1];
     std::size_t m_sideCount = 0;

@@ -22,11 +22,12 @@ bool IsSame(VertexTree::Box const& a, VertexTree::Box const& b) {
 
 } // namespace
 
-void VertexTree::Reset(std::vector<Point> const& points) {
+void VertexTree::Reset(Scratch::List<Point> const& points) {
     m_leaves = 1;
     while (m_leaves * leafSize < points.size())
         m_leaves *= 2;
     m_entries.clear();
+    m_entries.reserve(points.size());
     for (std::size_t i = 0; i < points.size(); ++i)
         m_entries.push_back({points[i], static_cast<int>(i)});
     m_ranges.resize(m_leaves);
