@@ -133,10 +133,9 @@ bool RingCutter::ClearOf(int number, Chain& chain) {
     return true;
 }
 
-/// True when the point lies in the piece or on its border, but at none of its corners.
-bool RingCutter::Contains(Chain const& chain, Point const& point) const {
-    if (!IsNotch(At(chain.m_start), At(chain.m_end), point))
-        return false; // beyond the chord
+/// True when the point passes all edges of the chain: it lies on the inner side of each, or on its line but at
+/// neither end.
+bool RingCutter::PassesEdges(Chain const& chain, Point const& point) const {
     for (int number = chain.m_end; number != chain.m_start; number = Previous(number)) {
         auto const& head = At(number);
         auto const& tail = At(Previous(number));

@@ -5,6 +5,7 @@
 #include "sectrix/sections/piece_frame.h"
 #include "sectrix/sections/place_set.h"
 #include "sectrix/sections/scratch.h"
+#include "sectrix/sections/turn.h"
 #include "sectrix/sections/vertex_tree.h"
 
 #include <cstddef>
@@ -73,7 +74,7 @@ private:
     int Grow(int start) const;
     bool Clear(Chain& chain);
     bool ClearOf(int number, Chain& chain);
-    bool Contains(Chain const& chain, Point const& point) const;
+    bool PassesEdges(Chain const& chain, Point const& point) const;
     bool ClearTriangle(Chain const& chain);
     bool ClearOfNear(Chain& chain);
     bool Frame(Chain const& chain);
@@ -83,6 +84,11 @@ private:
     void UpdateNotch(int number);
     void UpdateCandidate(int number);
 
+    /// True when the point lies in the piece or on its border, but at none of its corners. Most points lie beyond
+    /// the chord.
+    bool Contains(Chain const& chain, Point const& point) const {
+        return IsNotch(At(chain.m_start), At(chain.m_end), point) && PassesEdges(chain, point);
+    }
     bool IsNotchAt(int number) const;
     Point const& At(int number) const { return m_ring[static_cast<std::size_t>(number)].m_point; }
     int Next(int number) const { return m_ring[static_cast<std::size_t>(number)].m_next; }
