@@ -27,6 +27,13 @@ public:
     /// about. \param pointError  the same of a coordinate.
     bool Reset(Scratch::List<Point> const& corners, double turnError, double pointError);
 
+    /// True when the point is in the box of the frame. Its sides are left out: for a point the visitor's own test
+    /// is as quick.
+    bool IsInBox(Point const& point) const {
+        return (point[0] >= m_box.m_min[0]) & (point[0] <= m_box.m_max[0]) & (point[1] >= m_box.m_min[1]) &
+               (point[1] <= m_box.m_max[1]);
+    }
+
     /// True when no point of the box is inside the frame.
     bool IsBeyond(Box const& box) const {
         // One jump for the frame and one for all sides: which of them decides cannot be foretold.

@@ -8,7 +8,7 @@ namespace qel::Sectrix {
 namespace {
 
 /// No leaf holds more points.
-std::size_t const leafSize = 8;
+std::size_t const leafSize = 16;
 
 VertexTree::Box Around(VertexTree::Box const& a, VertexTree::Box const& b) {
     return {{std::min(a.m_min[0], b.m_min[0]), std::min(a.m_min[1], b.m_min[1])},
