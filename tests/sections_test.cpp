@@ -107,6 +107,39 @@ void Distort(shapes::Random& random, shapes::Shape& shape) {
     }
 }
 
+/// A shape that may take every index: rings on both sides of 128 vertices, which is where they get a tree, and
+/// holes and edges on both sides of 40,000 pairs, where the edges get one.
+shapes::Shape LargeShape(shapes::Random& random, int kind) {
+    auto const size = static_cast<std::size_t>(100 + shapes::Below(random, 120));
+    switch (kind) {
+    case 0:
+        return shapes::StarWithHoles(random, size, static_cast<std::size_t>(shapes::Below(random, 90)));
+    case 1:
+        return shapes::GridPlate(random, 20 + shapes::Below(random, 30)); // its holes touch and overlap
+    case 2:
+        return shapes::Plate(size / 8, static_cast<std::size_t>(1 + shapes::Below(random, 9)));
+    case 3:
+        return shapes::Garbage(random, static_cast<int>(2 * size), 3 + shapes::Below(random, 40));
+    case 4:
+        return shapes::Coast(random, size, size / 20);
+    case 5:
+        return shapes::LeaningComb(size / 2);
+    default:
+        return shapes::NotchedCircle(size);
+    }
+}
+
+TEST(Cutting, AnswersAsTheTwinDoesOnLargeShapes) {
+    shapes::Random random(4);
+    for (int round = 0; round < 140 && !::testing::Test::HasFatalFailure(); ++round) {
+        SCOPED_TRACE(round);
+        auto shape = LargeShape(random, round % 7);
+        if (round % 2)
+            Distort(random, shape);
+        ExpectSameAsTwin(shape);
+    }
+}
+
 TEST(Cutting, AnswersAsTheTwinDoes) {
     shapes::Random random(1);
     for (int round = 0; round < 6000 && !::testing::Test::HasFatalFailure(); ++round) {
