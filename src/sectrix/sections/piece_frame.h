@@ -27,19 +27,20 @@ public:
     /// about. \param pointError  the same of a coordinate.
     bool Reset(Scratch::List<Point> const& corners, double turnError, double pointError);
 
-    /// True when the point is in the box of the frame. Its sides are left out: for a point the visitor's own test
-    /// is as quick.
-    bool IsInBox(Point const& point) const {
-        return (point[0] >= m_box.m_min[0]) & (point[0] <= m_box.m_max[0]) & (point[1] >= m_box.m_min[1]) &
-               (point[1] <= m_box.m_max[1]);
+    /// True when the box is apart from that of the frame. For a point it says enough: the visitor's own test is as
+    /// quick as the sides.
+    bool IsBeside(Box const& box) const {
+        // One jump for all four, and in `IsBeyond` one for all sides: which of them decides cannot be foretold.
+        bool isBeside = box.m_min[0] > m_box.m_max[0];
+        isBeside |= box.m_max[0] < m_box.m_min[0];
+        isBeside |= box.m_min[1] > m_box.m_max[1];
+        isBeside |= box.m_max[1] < m_box.m_min[1];
+        return isBeside;
     }
 
     /// True when no point of the box is inside the frame.
     bool IsBeyond(Box const& box) const {
-        // One jump for the frame and one for all sides: which of them decides cannot be foretold.
-        bool const isBeside = (box.m_min[0] > m_box.m_max[0]) | (box.m_max[0] < m_box.m_min[0]) |
-                              (box.m_min[1] > m_box.m_max[1]) | (box.m_max[1] < m_box.m_min[1]);
-        if (isBeside)
+        if (IsBeside(box))
             return true;
         bool isOutside = false;
         for (std::size_t i = 0; i < m_sideCount; ++i) {

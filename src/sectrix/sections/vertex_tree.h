@@ -67,7 +67,7 @@ private:
     template <class Visitor>
     bool VisitLeaf(Leaf const& leaf, PieceFrame const& frame, Visitor const& visit) const {
         for (std::size_t i = leaf.m_begin; i < leaf.m_end; ++i)
-            if (frame.IsInBox(m_entries[i].m_point) && !visit(m_entries[i].m_number))
+            if (!frame.IsBeside({m_entries[i].m_point, m_entries[i].m_point}) && !visit(m_entries[i].m_number))
                 return false;
         return true;
     }
