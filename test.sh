@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Builds and tests the project: installs what is missing, then runs all tests as a release with GCC and under the
-# sanitizers with Clang, and checks formatting and sources.
+# Builds and tests the project: installs what is missing, checks the formatting, runs all tests as a release with GCC
+# and under the sanitizers with Clang, checks the sources, runs the hostile corpus on four threads under the thread
+# sanitizer, compares the answers of six builds to the last bit, and looks ten seconds a target for input that breaks
+# anything.
 set -euo pipefail
 cd "$(dirname "$0")"
 cmake/install-packages.sh
@@ -19,3 +21,14 @@ done
 
 echo "== clang-tidy"
 git ls-files -z -- 'src/*.cpp' 'examples/*.cpp' | xargs -0 -n 2 -P "$(nproc)" clang-tidy -p build/check --quiet
+
+echo "== threads"
+cmake --preset threads >/dev/null
+cmake --build --preset threads --target replay
+build/threads/fuzz/replay 4 all fuzz/corpus | tail -n 1
+
+echo "== same bytes"
+fuzz/same_bytes.sh
+
+echo "== fuzzing"
+fuzz/run.sh 10

@@ -1,4 +1,4 @@
-#include "../tests/plain_alignment.h"
+#include "plain_alignment.h"
 #include "result.h"
 #include "target.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 /// A pool with few names, and sections with loops of any indices, one behind the end and -1 among them.
 /// \param like  where not null, the set to begin as a copy of.
-CrossSections Read(Input& input, CrossSections const* like) {
+CrossSections ReadSet(Input& input, CrossSections const* like) {
     if (like && input.Below(4)) { // a copy with a few changes
         CrossSections set = *like;
         for (int edits = input.Below(6); edits > 0 && !set.Items().empty(); --edits) {
@@ -32,9 +32,11 @@ CrossSections Read(Input& input, CrossSections const* like) {
                 }
                 break;
             }
-            case 1:
-                loop.InsertVertex(input.Below(256) - 1, input.Below(count + 1));
+            case 1: {
+                int const index = input.Below(256) - 1;
+                loop.InsertVertex(index, input.Below(count + 1));
                 break;
+            }
             case 2:
                 loop.RemoveVertex(input.Below(count + 1));
                 break;
@@ -62,8 +64,10 @@ CrossSections Read(Input& input, CrossSections const* like) {
         for (int loops = input.Below(40); loops >= 0 && !input.IsAtEnd(); --loops) {
             auto& loop =
                 section.ExteriorLoop().Vertices().empty() ? section.GetExteriorLoop() : section.AddInteriorLoop();
-            for (int corners = input.Below(70); corners > 0; --corners)
-                loop.AddVertex(input.Below(pool.Count() + 2) - 1, input.Below(16) != 0);
+            for (int corners = input.Below(70); corners > 0; --corners) {
+                int const index = input.Below(pool.Count() + 2) - 1; // the two in this order
+                loop.AddVertex(index, input.Below(16) != 0);
+            }
         }
     return set;
 }
@@ -90,8 +94,8 @@ void CheckLoops(Loop const& loop, Loop const& other) {
 std::string RunAlignment(std::string const& bytes) {
     Input input(bytes);
     double const ratio = input.Below(9) / 4.0 - 0.5;
-    auto const first = Read(input, nullptr);
-    auto const second = Read(input, &first);
+    auto const first = ReadSet(input, nullptr);
+    auto const second = ReadSet(input, &first);
     if (!first.Items().empty() && !second.Items().empty())
         CheckLoops(first.Items()[0].ExteriorLoop(), second.Items().back().ExteriorLoop());
     std::string text;
@@ -104,8 +108,7 @@ std::string RunAlignment(std::string const& bytes) {
         CrossSections const blend(ours[0], ours[1], ratio, convex);
         auto const blended = WholeText(blend);
         if (!first.Items().empty())
-            Require(sectrix_tests::SetText(blend) == plain::BlendText(twins[0], twins[1], ratio, convex),
-                    "the blend");
+            Require(blended == WholeText(plain::Blender(twins[0], twins[1], ratio, convex).Set()), "the blend");
         Require(WholeText(ours[0]) == WholeText(twins[0]) && WholeText(ours[1]) == WholeText(twins[1]),
                 "what blending builds");
         text += (isSame ? "same\n" : "other\n") + blended;

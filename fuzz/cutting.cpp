@@ -10,7 +10,7 @@ namespace {
 
 /// Points, then loops of any indices, one behind the end and -1 among them. Beside the bytes of each point, long
 /// stretches may be drawn from a formula, so that a short input reaches what large loops need.
-plain::Cutter Read(Input& input) {
+plain::Cutter ReadTwin(Input& input) {
     plain::Cutter twin;
     input.ReadScale();
     int const count = 1 + input.Below(320);
@@ -55,13 +55,13 @@ CrossSections MakeSet(plain::Cutter const& twin) {
     return set;
 }
 
-std::string Text(plain::Cutter const& twin) {
+std::string TwinText(plain::Cutter const& twin) {
     std::string text = "cut\n";
     for (auto const& ring : twin.loops) {
         std::vector<Vertex> vertices;
         for (auto const& corner : ring)
             vertices.emplace_back(corner.index, corner.exterior);
-        text += "loop " + fuzz::Text(vertices);
+        text += "loop " + Text(vertices);
     }
     for (int index : twin.added)
         text += std::to_string(index) + ' ';
@@ -75,14 +75,14 @@ std::string Text(plain::Cutter const& twin) {
 
 std::string RunCutting(std::string const& bytes) {
     Input input(bytes);
-    auto twin = Read(input);
+    auto twin = ReadTwin(input);
     auto set = MakeSet(twin);
-    auto const before = fuzz::Text(set);
+    auto const before = Text(set);
     auto const cut = CutText(set);
     twin.Run();
-    Require(cut == Text(twin), "cutting as the twin does");
+    Require(cut == TwinText(twin), "cutting as the twin does");
     set.ResetConvexLoops();
-    Require(fuzz::Text(set) == before, "a reset takes back all that cutting has added");
+    Require(Text(set) == before, "a reset takes back all that cutting has added");
     Require(CutText(set) == cut, "a second cut is like the first");
     return cut;
 }

@@ -11,29 +11,24 @@ namespace fuzz {
 
 namespace {
 
-std::string Text(Position const& position) {
-    return Number(position.X()) + Number(position.Y()) + Number(position.Z()) +
-           (position.IsValid() ? "\n" : " !\n");
-}
-
-std::string Text(Profile const& profile) {
+std::string ProfileText(Profile const& profile) {
     std::string text = "profile\n";
     for (auto const& position : profile.Positions())
         text += Text(position);
     return text;
 }
 
-std::string Text(ExtrudedSection const& section) {
+std::string SectionText(ExtrudedSection const& section) {
     std::string text = section.Exterior() ? "outline\n" : "hole\n";
     for (auto const& profile : section.Profiles())
-        text += Text(profile);
+        text += ProfileText(profile);
     return text;
 }
 
-std::string Text(Extrusion const& part) {
+std::string PartText(Extrusion const& part) {
     auto text = part.AssemblyPartName() + '\n';
     for (auto const& section : part.Sections())
-        text += Text(section);
+        text += SectionText(section);
     return text;
 }
 
@@ -76,11 +71,11 @@ std::string RunExtrusion(std::string const& bytes) {
     CheckPosition(plane.Normal());
 
     Extrusion const copy = part;
-    Require(Text(copy) == Text(part), "a copy is alike");
+    Require(PartText(copy) == PartText(part), "a copy is alike");
     Require(part.from(dom) && part.Sections().size() == 2 * copy.Sections().size(), "a second read adds");
     part = Extrusion(copy);
-    Require(Text(copy) == Text(part), "what is assigned is alike");
-    return Text(part) + (plane.IsStart() ? "start" : "end") + Text(plane.Origin()) + Text(plane.Normal()) +
+    Require(PartText(copy) == PartText(part), "what is assigned is alike");
+    return PartText(part) + (plane.IsStart() ? "start" : "end") + Text(plane.Origin()) + Text(plane.Normal()) +
            Number(plane.Skew()) + Text(position);
 }
 

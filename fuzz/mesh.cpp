@@ -12,11 +12,7 @@ namespace fuzz {
 
 namespace {
 
-std::string Text(Position const& position) {
-    return Number(position.X()) + Number(position.Y()) + Number(position.Z()) + '\n';
-}
-
-std::string Text(Mesh const& mesh) {
+std::string MeshText(Mesh const& mesh) {
     std::string text = "mesh\n";
     for (auto const& position : mesh.Positions())
         text += Text(position);
@@ -99,7 +95,7 @@ std::string RunMesh(std::string const& bytes) {
     Require(plain::Merging().Agrees(mesh), "merging as the twin does");
     auto const imported = Import(input);
     Require(plain::Merging().Agrees(imported), "merging what is imported as the twin does");
-    return Text(Mesh(mesh, true)) + Text(imported) + Text(Mesh(imported, true));
+    return MeshText(Mesh(mesh, true)) + MeshText(imported) + MeshText(Mesh(imported, true));
 }
 
 } // namespace fuzz

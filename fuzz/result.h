@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sectrix/foundation/position.h"
 #include "sectrix/sections/cross_sections.h"
 
 #include <cmath>
@@ -21,6 +22,11 @@ inline std::string Number(double value) {
 
 inline std::string Text(qel::BBox<2, double> const& box) {
     return Number(box.m_min[0]) + Number(box.m_min[1]) + Number(box.m_max[0]) + Number(box.m_max[1]) + '\n';
+}
+
+inline std::string Text(qel::Sectrix::Position const& position) {
+    return Number(position.X()) + Number(position.Y()) + Number(position.Z()) +
+           (position.IsValid() ? "\n" : " !\n");
 }
 
 inline std::string Text(std::vector<qel::Sectrix::Vertex> const& vertices) {

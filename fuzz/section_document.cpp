@@ -72,7 +72,8 @@ std::string RunBlending(CrossSections const& set, CrossSections const& copy) {
     for (bool const convex : {false, true}) {
         text += set.IsCompatible(copy, convex) ? "compatible\n" : "other\n";
         CrossSections const blend(set, copy, 0.25, convex);
-        text += Text(blend) + CutText(blend);
+        text += Text(blend); // before cutting adds to it
+        text += CutText(blend);
     }
     return text;
 }
@@ -108,9 +109,13 @@ std::string RunSectionDocument(std::string const& bytes) {
     scaled.From(document);
     scaled.NormalizeVertical();
     CrossSections taken(std::move(scaled));
-    auto const text = before + cut + dump + blends + Text(taken) + CutText(taken) + Text(taken.BBox());
+    auto text = before + cut + dump + blends;
+    text += Text(taken); // step by step, since cutting adds to the set
+    text += Text(taken.BBox());
+    text += CutText(taken);
     scaled = std::move(taken);
-    return text + CutText(scaled) + (scaled.HasHollow() ? "hollow" : "solid");
+    text += CutText(scaled);
+    return text + (scaled.HasHollow() ? "hollow" : "solid");
 }
 
 } // namespace fuzz

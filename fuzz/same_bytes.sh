@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# The same answers, to the last bit, whatever has compiled the library: builds all of it with GCC and Clang, without
+# and with optimisation, runs the corpora and the sample documents through everything, and compares the hashes.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+folder=build/same-bytes
+mkdir -p $folder
+
+# One source of all sources compiles several times as fast as each on its own.
+sources=(src/sectrix/*/*.cpp)
+for source in fuzz/*.cpp; do
+    case $source in fuzz/fuzzer_main.cpp | fuzz/time_test.cpp) ;; *) sources+=("$source") ;; esac
+done
+printf '#include "../../%s"\n' "${sources[@]}" >$folder/all.cpp
+
+one() {
+    local compiler=$1 level=$2 program=$folder/$1$2
+    "$compiler" -std=c++17 "$level" -ffp-contract=off -Isrc $folder/all.cpp -o "$program" -lsimdjson -lsqlite3 -pthread
+    { "$program" 1 all fuzz/corpus && "$program" 1 section_document examples/data tests/data/sections; } |
+        sha256sum | sed "s/-/$compiler $level/"
+}
+export -f one
+export folder
+printf '%s\n' {g++,clang++}' '{-O0,-O2,-O3} | xargs -P 2 -L 1 bash -euo pipefail -c 'one "$@"' one | tee $folder/hashes
+[ "$(wc -l <$folder/hashes)" = 6 ] && [ "$(cut -d ' ' -f 1 $folder/hashes | sort -u | wc -l)" = 1 ]

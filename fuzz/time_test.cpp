@@ -1,0 +1,200 @@
+#include "sectrix/extrusion/extrusion.h"
+#include "sectrix/foundation/text_conversion.h"
+#include "sectrix/interfaces/dom_reader_json.h"
+#include "sectrix/interfaces/dom_writer_json.h"
+#include "sectrix/mesh/mesh.h"
+#include "sectrix/sections/cross_sections.h"
+#include "small_stack.h"
+
+#include <assimp/mesh.h>
+#include <cstdio>
+#include <ctime>
+#include <fstream>
+#include <functional>
+#include <sstream>
+
+// The worst megabytes there are, beside a megabyte of well-formed input of the same kind, each run through all that
+// a host does with it on a thread with a small stack. Prints how many times as long as the well-formed one each
+// takes, and fails beyond a bound that no load of the machine explains.
+
+using namespace qel;
+using namespace qel::Sectrix;
+
+namespace {
+
+std::size_t const megabyte = 1000000;
+double const greatestMultiple = 200.0;
+
+/// `start`, then what `part` gives for 0, 1 and so on, up to a megabyte in all, then `end`.
+std::string Document(std::string start, std::function<std::string(int)> const& part, std::string const& end) {
+    for (int i = 0; start.size() + end.size() < megabyte; ++i)
+        start += (i > 0 ? "," : "") + part(i);
+    return start + end;
+}
+
+std::string Point(int x, int y) {
+    return '[' + std::to_string(x) + ',' + std::to_string(y) + ']';
+}
+
+std::string const square = R"({"Outlines":[[[0,0],[9,0],[9,9],[0,9]],[)";
+
+void RunSections(std::string const& bytes) {
+    CrossSections set;
+    std::istringstream stream(bytes);
+    set.From(stream);
+    std::ofstream nowhere("/dev/null");
+    set.Dump(nowhere, "");
+    CrossSections const copy = set;
+    for (bool const convex : {false, true})
+        CrossSections(set, copy, 0.5, convex).NormalizeVertical();
+    set.ResetConvexLoops();
+    Dom dom;
+    set.To(dom);
+    DomWriterJson::ToString(dom);
+}
+
+void RunExtrusion(std::string const& bytes) {
+    Dom dom;
+    DomReaderJson::FromString(dom, bytes.c_str(), nullptr);
+    Extrusion part;
+    part.from(dom);
+    Extrusion const copy = part;
+    EndPlane().from(dom);
+}
+
+/// Twelve bytes a vertex, drawn by a formula or all alike, and a triangle each.
+/// \param spread  over how much of an axis the vertices lie.
+void RunMesh(float spread) {
+    std::vector<aiVector3D> vertices;
+    std::vector<unsigned> corners;
+    unsigned seed = 1;
+    for (unsigned i = 0; i < megabyte / 12; ++i) {
+        float at[3];
+        for (float& value : at) {
+            seed = seed * 1664525u + 1013904223u;
+            value = spread * static_cast<float>(seed >> 8);
+        }
+        vertices.emplace_back(at[0], at[1], at[2]);
+        for (unsigned corner = 0; corner < 3; ++corner)
+            corners.push_back(i);
+    }
+    std::vector<aiFace> faces(vertices.size());
+    for (std::size_t i = 0; i < faces.size(); ++i) {
+        faces[i].mNumIndices = 3;
+        faces[i].mIndices = &corners[3 * i];
+    }
+    aiMesh source;
+    source.mVertices = vertices.data();
+    source.mNumVertices = static_cast<unsigned>(vertices.size());
+    source.mFaces = faces.data();
+    source.mNumFaces = source.mNumVertices;
+    Mat<4, double> const identity;
+    Mesh mesh(L"", L"");
+    mesh.fromOBJ(&source, Matrix{identity.m_elements.data()});
+    Position min, max;
+    Mesh(mesh, true).BoundingBox(min, max);
+    source.mVertices = nullptr; // the arrays here are not the mesh's to free
+    source.mFaces = nullptr;
+    for (auto& face : faces)
+        face.mIndices = nullptr;
+}
+
+/// Of the processor, so that what else the machine does is not counted.
+double Seconds(std::function<void()> const& run) {
+    auto const start = std::clock();
+    fuzz::OnSmallStacks(1, [&](std::size_t) { run(); });
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+struct Family {
+    char const* m_name;
+    std::function<void()> m_run;
+};
+
+/// \param families  the well-formed one first.
+/// \return whether all of them stay within the bound.
+bool Compare(std::vector<Family> const& families) {
+    double reference = 0.0;
+    bool isGood = true;
+    for (auto const& [name, run] : families) {
+        double const seconds = Seconds(run);
+        reference = reference > 0.0 ? reference : seconds;
+        std::printf("%8.1f ms %6.1f times  %s\n", seconds * 1000.0, seconds / reference, name);
+        isGood = isGood && seconds < greatestMultiple * reference;
+    }
+    return isGood;
+}
+
+Family Sections(char const* name, std::string const& document) {
+    return {name, [document] { RunSections(document); }};
+}
+
+Family Extrusions(char const* name, std::string const& document) {
+    return {name, [document] { RunExtrusion(document); }};
+}
+
+/// One section that uses all points in turn.
+std::string Outline(std::function<std::string(int)> const& point) {
+    return Document(R"({"Outlines":[[)", point, "]]}");
+}
+
+} // namespace
+
+int main() {
+    bool isGood = Compare({
+        Sections("sections: well formed, squares with a square hole",
+                 Document(R"({"Outlines":[[[0,0],[9,0],[9,9],[0,9],[3,3],[6,3],[6,6],[3,6]],[)",
+                          [](int) { return "[[[0,1,2,3],true],[[4,5,6,7],false]]"; }, "]]}")),
+        Sections("sections: deep nesting", square + std::string(megabyte, '[')),
+        Sections("sections: nesting to the limit, again and again",
+                 Document(
+                     square, [](int) { return std::string(1000, '[') + std::string(1000, ']'); }, "]]}")),
+        Sections("sections: empty ones", Document(
+                                             square, [](int) { return "[]"; }, "]]}")),
+        Sections("sections: empty loops", Document(
+                                              square + "[", [](int) { return "[[],false]"; }, "]]]}")),
+        Sections("sections: one name for all positions, in one loop",
+                 Outline([](int i) { return R"({"name":"A","coordinates":)" + Point(i % 97, i % 89) + '}'; })),
+        Sections("sections: a name for each position, in one loop", Outline([](int i) {
+                     return R"({"name":")" + std::to_string(i) + R"(","coordinates":)" + Point(i % 97, i % 89) +
+                            '}';
+                 })),
+        Sections("sections: holes of one vertex repeated",
+                 Document(
+                     square + "[[[0,1,2,3],true],", [](int) { return "[[1,2,1,2],false]"; }, "]]]}")),
+        Sections("sections: a loop of one index repeated",
+                 Document(
+                     square + "[[[0,1,2", [](int i) { return i > 0 ? "2" : ",2"; }, "],true]]]]}")),
+        Sections("sections: all points equal", Outline([](int) { return "[1,1]"; })),
+        Sections("sections: a zigzag on a grid", Outline([](int i) { return Point(i / 2, i % 2 * 5); })),
+        Sections("sections: any points of a grid",
+                 Outline([](int i) { return Point(i * 7919 % 8191, i * 104729 % 8179); })),
+        Sections("sections: alike without a name",
+                 Document(
+                     square, [](int i) { return i % 2 ? "[[[0,1,2],true]]" : "[[[0,1,2,3],true]]"; }, "]]}")),
+        Sections("sections: parameters",
+                 Document(R"({"Outlines":[[]],"Params":{)",
+                          [](int i) { return '"' + std::to_string(i % 9973) + "\":1"; }, "}}")),
+    });
+    isGood &= Compare({
+        Extrusions("extrusions: well formed", Document(R"({"Sections":[{"Profiles":[{"Points":[)",
+                                                       [](int) { return "[1.5,2.5,3.5]"; }, "]}]}]}")),
+        Extrusions("extrusions: empty sections", Document(R"({"Sections":[)", [](int) { return "0"; }, "]}")),
+        Extrusions("extrusions: empty profiles",
+                   Document(R"({"Sections":[{"Profiles":[)", [](int) { return "0"; }, "]}]}")),
+        Extrusions("extrusions: empty points",
+                   Document(R"({"Sections":[{"Profiles":[{"Points":[)", [](int) { return "0"; }, "]}]}]}")),
+        Extrusions("extrusions: one key again and again", Document(
+                                                              "{", [](int) { return R"("Sections":[])"; }, "}")),
+    });
+    isGood &= Compare({{"meshes: well formed", [] { RunMesh(1.0f); }},
+                       {"meshes: all positions equal", [] { RunMesh(0.0f); }},
+                       {"meshes: all within the tolerance", [] { RunMesh(1e-13f); }},
+                       {"meshes: close to each other", [] { RunMesh(1e-11f); }},
+                       {"meshes: infinite", [] { RunMesh(1e38f); }}});
+    isGood &= Compare({{"text: well formed", [] { Utf8ToW(std::string(megabyte, 'a')); }},
+                       {"text: leads only", [] { ToUtf8(Utf8ToW(std::string(megabyte, '\xE2'))); }}});
+    if (!isGood)
+        std::printf("more than %.0f times as long as a well-formed one\n", greatestMultiple);
+    return isGood ? 0 : 1;
+}
