@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <random>
@@ -27,7 +28,7 @@ struct Shape {
             points.push_back(corner);
         }
         if (reversed)
-            loop.assign(loop.rbegin(), loop.rend());
+            std::reverse(loop.begin(), loop.end());
         loops.push_back(loop);
     }
 };

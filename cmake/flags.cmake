@@ -3,7 +3,7 @@ add_library(sectrix_flags INTERFACE)
 target_compile_features(sectrix_flags INTERFACE cxx_std_17)
 target_compile_options(sectrix_flags INTERFACE
     # Sums and products are rounded one by one, so that every compiler and machine gives the same bits.
-    $<$<CXX_COMPILER_ID:GNU,Clang>:-ffp-contract=off>)
+    $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffp-contract=off>)
 if(ORL_SECTRIX_STRICT)
     target_compile_options(sectrix_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 endif()
@@ -13,19 +13,27 @@ if(ORL_SECTRIX_SANITIZE)
     target_link_options(sectrix_flags INTERFACE -fsanitize=${ORL_SECTRIX_SANITIZE})
 endif()
 
-# sectrix_library(name SOURCES ... ) makes a shared library of ours: hidden symbols, a version, the namespaced alias.
+# Headers that the build writes.
+set(SECTRIX_GENERATED ${PROJECT_BINARY_DIR}/generated)
+configure_file(cmake/version.h.in ${SECTRIX_GENERATED}/sectrix/version.h @ONLY)
+
+# sectrix_library(name source... HEADERS header...) makes a shared library of ours: hidden symbols, a version, the
+# namespaced alias. HEADERS are the public ones, which are installed; all others are private.
 function(sectrix_library name)
-    add_library(${name} SHARED ${ARGN})
+    cmake_parse_arguments(library "" "" HEADERS ${ARGN})
+    add_library(${name} SHARED ${library_UNPARSED_ARGUMENTS})
+    target_sources(${name} PUBLIC FILE_SET HEADERS
+        BASE_DIRS ${PROJECT_SOURCE_DIR}/src ${SECTRIX_GENERATED} FILES ${library_HEADERS})
+    set_property(GLOBAL APPEND PROPERTY SECTRIX_LIBRARIES ${name})
     add_library(ORL_Sectrix::${name} ALIAS ${name})
     target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:sectrix_flags>)
     # A library's calls of its own exported functions are bound to them, and may be inlined.
     target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-fno-semantic-interposition>)
     target_compile_features(${name} PUBLIC cxx_std_17)
-    target_include_directories(${name} PUBLIC
-        $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src> $<INSTALL_INTERFACE:include>)
     set_target_properties(${name} PROPERTIES
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
+        INSTALL_RPATH $ORIGIN # our libraries find each other wherever an installed copy is moved
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR})
     if(CMAKE_SYSTEM_NAME STREQUAL "Linux")

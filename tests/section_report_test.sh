@@ -11,10 +11,16 @@ table=$("$source/examples/section_report/demo.sh" "$build" "$work/demo")
 grep -Eq 'AASHTO Type IV +12 +0 +4 .* 789 +789 +0 +0$' <<<"$table" || fail "area of the AASHTO Type IV girder"
 grep -Eq 'PCI BT-72 +14 +0 +4 .* 767 +767 +0 +0$' <<<"$table" || fail "area of the PCI BT-72 girder"
 grep -Eq '^  sections +19 +8 +11$' <<<"$table" || fail "count of dropped sections"
+# At 4/7 of the way, depth and slab lie 4/7 between those at the pier and at midspan; the other pair lacks a cell and a name.
+grep -Eq '^ +0.571 +4.05714 +14.2779 +2 .* 0 +0.485714 +4.05714 ' <<<"$table" || fail "blended box girder"
+grep -Eq 'interior loops +2 +1$' <<<"$table" || fail "count of cells that differs"
+grep -Eq 'missing in the exterior loop +TipRight$' <<<"$table" || fail "name that is missing"
 xmllint --noout "$work"/demo/*.svg || fail "pictures are not XML"
 for svg in "$work"/demo/*.svg; do
     grep -q "$(basename "$svg")" "$work/demo/index.html" || fail "$svg is not on the page"
 done
+# What is written back is a document that the schema takes.
+python3 "$source/tests/schemas_test.py" "$source" "$work"/demo/*.json || fail "documents against the schemas"
 
 # Bad files are named, the others are reported on, and text is escaped wherever it goes.
 cat >"$work/q&a.json" <<'JSON'

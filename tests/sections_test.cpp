@@ -2,6 +2,7 @@
 #include "section_text.h"
 #include "shape_set.h"
 
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <set>
@@ -162,12 +163,17 @@ TEST(Cutting, TheTwinCanSayNo) {
     auto const shape = shapes::StarWithHoles(random, 30, 4);
     auto twin = MakeTwin(shape);
     twin.Run();
-    auto moved = shape;
-    moved.points[31].x -= 1e-9; // a hole's corner, which moves a bridge foot's height or a piece's cut not at all
-    moved.points[31].y += 1e-9;
-    std::swap(moved.loops[1], moved.loops[2]);
-    moved.loops[0].pop_back();
-    EXPECT_NE(BuildText(MakeSet(moved).Items()[0]), BuildText(twin));
+    auto const build = [](shapes::Shape const& other) { return BuildText(MakeSet(other).Items()[0]); };
+    ASSERT_EQ(build(shape), BuildText(twin));
+    auto higher = shape; // by the last bit, and so at the feet of the bridges
+    for (auto& point : higher.points)
+        point.y = std::nextafter(point.y, 1000.0);
+    auto fewer = shape;
+    fewer.loops[0].pop_back();
+    auto solid = shape;
+    solid.loops.pop_back();
+    for (auto const& other : {higher, fewer, solid})
+        EXPECT_NE(build(other), BuildText(twin));
 }
 
 double SignedArea(CrossSection const& section, Loop const& loop) {
@@ -313,7 +319,10 @@ TEST(Positions, RemovalLeavesTheNameIndexBehind) {
     pool.RemovePosition(3);
     auto const moved = std::move(pool);
     EXPECT_EQ(moved.Count(), 3);
-    EXPECT_EQ(pool.Count() + pool.NamedCount() + pool.AddPosition("C", {}), 0);
+    EXPECT_EQ(pool.Count() + pool.NamedCount(), 0);
+    EXPECT_EQ(pool.AddPosition("C", {}), 0);
+    for (int i = 1; i < 9; ++i) // the name stands in the list that grows
+        EXPECT_EQ(pool.AddPosition(pool.GetPosition(std::uint64_t{0}, found).Name(), {}), i);
 
     CSPositions mapped;
     mapped.AddPosition({1, 2});
@@ -348,6 +357,11 @@ TEST(Sections, CopyAndAssignAsTheirPoolsDemand) {
     SteppedSection const steps(pool, false);
     EXPECT_EQ(std::vector<int>({steps.Modulo(-1, 5), steps.Modulo(-6, 5), steps.Modulo(7, 5), steps.Modulo(5, 5)}),
               std::vector<int>({4, 4, 2, 0}));
+    CrossSection sparse(pool, true);
+    EXPECT_EQ(&sparse.AddInteriorLoop().Positions(), &pool);
+    EXPECT_EQ(sparse.BBox().m_max[0], 3.0); // an empty hole adds nothing
+    sparse.GetExteriorLoop() = Loop();
+    EXPECT_TRUE(sparse.BBox().IsEmpty());
     steps.AddConvexLoop();
     EXPECT_EQ(steps.ConvexLoops().size(), 1u);
 }
@@ -375,6 +389,10 @@ TEST(Sets, StayBoundToTheirOwnPoolWhereverTheyGo) {
         ExpectBound(sets[i]);
         EXPECT_EQ(BuildText(sets[i].Items()[0]), texts[i]);
     }
+    CSPositions foreign;
+    foreign.AddPosition({1, 1});
+    sets[7].GetItems().emplace_back(foreign, true);
+    EXPECT_EQ(&CrossSections(sets[7]).Items()[1].Positions(), &foreign); // what is not of the set's pool stays
     auto const unbuilt = MakeSet(shapes::StarWithHoles(random, 20, 4));
     int const count = unbuilt.Positions().Count();
     CrossSections copy(unbuilt);

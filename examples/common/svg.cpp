@@ -76,6 +76,14 @@ void Svg::Polygon(std::vector<Point> const& corners, std::string const& classNam
     m_body += "<polygon" + Attribute("class", className) + Attribute("points", PointList(corners)) + "/>\n";
 }
 
+void Svg::Shape(std::vector<std::vector<Point>> const& rings, std::string const& className) {
+    std::string path;
+    for (auto const& ring : rings)
+        path += 'M' + PointList(ring) + 'Z';
+    m_body +=
+        "<path" + Attribute("class", className) + Attribute("fill-rule", "evenodd") + Attribute("d", path) + "/>\n";
+}
+
 void Svg::Polyline(std::vector<Point> const& points, std::string const& className) {
     m_body += "<polyline" + Attribute("class", className) + Attribute("points", PointList(points)) + "/>\n";
 }

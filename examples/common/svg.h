@@ -44,6 +44,8 @@ public:
     /// Adds markup as it stands, for instance the definition of a pattern.
     void Raw(std::string const& markup);
     void Polygon(std::vector<Point> const& corners, std::string const& className);
+    /// Rings of corners as one shape; a ring within another is a hole in it.
+    void Shape(std::vector<std::vector<Point>> const& rings, std::string const& className);
     void Polyline(std::vector<Point> const& points, std::string const& className);
     /// Many separate segments as one shape.
     void Segments(std::vector<std::pair<Point, Point>> const& segments, std::string const& className);

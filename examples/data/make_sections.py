@@ -214,6 +214,51 @@ def culvert():
     doc.write("culvert-millimetres.json")
 
 
+def turned(loop, start):
+    """The same loop, begun at another place."""
+    return loop[start:] + loop[:start]
+
+
+def haunched(file, depth, bottom, web, start=0, cells=2, lost=None, **params):
+    """A two-cell box girder below a deck that stays; `start` turns its loops and, unless 0, reorders its cells.
+
+    With one cell it is the left one. `lost` is a corner of the outline without its name.
+    """
+    doc = Document(Depth=depth, BottomSlab=bottom, Web=web, **params)
+
+    def web_face(y):  # of the outer web, inclined 1 in 10 below the cantilever
+        return 4.4 - 0.1 * (-0.75 - y)
+
+    right = [(web_face(-depth), -depth), (4.4, -0.75), (7.8, -0.445), (7.8, -0.195), (0, 0)]
+    outline = mirrored(right)
+    names = [name + "Right" for name in ("Soffit", "WebTop", "Tip", "Deck")]
+    names += ["Crown"] + [name.replace("Right", "Left") for name in reversed(names)]
+    corners = list(zip(outline, [None if name == lost else name for name in names]))
+    floor = -depth + bottom
+    cell = [((web / 2, floor), "BottomInner"), ((web_face(floor) - web, floor), "BottomOuter"),
+            ((4.4 - web, -0.75), "TopOuter"), ((3.2, -0.42), "FilletOuter"), ((0.9, -0.3), "FilletInner"),
+            ((web / 2, -0.55), "TopInner")]
+    right_cell = [(point, "CellRight" + name) for point, name in cell]
+    left_cell = [((-x, y), "CellLeft" + name) for (x, y), name in reversed(cell)]
+
+    def loop(named):
+        named = turned(named, start)
+        return doc.loop([point for point, _ in named],
+                        {place: name for place, (_, name) in enumerate(named) if name})
+
+    holes = [left_cell, right_cell][:cells]
+    loops = [loop(named) for named in ([corners] + holes if start == 0 else holes[::-1] + [corners])]
+    doc.section("Haunched box girder", *(loops if start == 0 else [loops[-1]] + loops[:-1]))
+    doc.write(file)
+
+
+def haunched_box_girders():
+    haunched("haunched-box-pier.json", 6.0, 0.8, 0.5, Station=0, PierWidth=3)
+    haunched("haunched-box-midspan.json", 2.6, 0.25, 0.38, start=4, Station=57.5)
+    haunched("haunched-box-one-cell.json", 2.6, 0.25, 0.38, start=2, cells=1, lost="TipRight", Station=57.5)
+
+
 if __name__ == "__main__":
-    for make in (i_girders, box_beam, single_cell, three_cells, t_girder_deck, tunnel, pier_cap, voided_slab, culvert):
+    for make in (i_girders, box_beam, single_cell, three_cells, t_girder_deck, tunnel, pier_cap, voided_slab, culvert,
+                 haunched_box_girders):
         make()

@@ -7,4 +7,6 @@ exec "$1/examples/section_report/section_report" --out "$2" \
     "$data/voided-slab-inches.json" \
     --unit m "$data/box-girder-single-cell.json" "$data/box-girder-three-cells.json" "$data/tunnel-horseshoe.json" \
     "$data/t-girder-deck-inches.json@0.0254" "$data/culvert-millimetres.json@0.001" \
-    --unit units "$data/bad-elements.json"
+    --unit units "$data/bad-elements.json" \
+    --unit m --blend 8 "$data/haunched-box-pier.json" "$data/haunched-box-midspan.json" \
+    --blend 8 "$data/haunched-box-pier.json" "$data/haunched-box-one-cell.json"

@@ -3,6 +3,7 @@
 
 #include "common/html.h"
 #include "common/markup.h"
+#include "section_report/blend_report.h"
 #include "section_report/loaded_document.h"
 #include "section_report/report.h"
 
@@ -19,16 +20,21 @@ namespace example {
 namespace {
 
 constexpr char const* kUsage = R"(usage: section_report [--out DIR] { [--unit NAME] FILE[@SCALE] } ...
+       section_report ... --blend COUNT FIRST[@SCALE] SECOND[@SCALE] ...
 
 Reads each FILE, a JSON document of sections, multiplies its coordinates by SCALE (such as 0.001 from
 millimetres to metres), and prints a table of its sections. Writes a picture of each section, the text dump
 and the document as it is written back into DIR (section_report unless given), with an index.html of it all.
 NAME is the unit of the coordinates after scaling, for this and the following files.
+
+With --blend, draws COUNT sets on the way from the document FIRST to the document SECOND, side by side and one
+behind the other, or says why there are none between the two.
 )";
 
 struct Arguments {
     std::filesystem::path m_folder = "section_report";
     std::vector<Request> m_requests;
+    std::vector<BlendRequest> m_blends;
 };
 
 /// Takes a scale off the end of an argument; what follows the last @ is part of the name unless it is a number.
@@ -47,10 +53,27 @@ Request ParseDocument(std::string const& argument, std::string const& unit) {
     return request;
 }
 
+BlendRequest ParseBlend(std::string const& count, std::string const& first, std::string const& second,
+                        std::string const& unit) {
+    BlendRequest request{0, ParseDocument(first, unit), ParseDocument(second, unit)};
+    char const* const end = count.data() + count.size();
+    auto const [rest, error] = std::from_chars(count.data(), end, request.m_count);
+    if (error != std::errc() || rest != end || request.m_count < 2 || request.m_count > 1000)
+        throw std::invalid_argument("--blend wants a count from 2 to 1000, not " + count);
+    return request;
+}
+
 Arguments Parse(std::vector<std::string> const& words) {
     Arguments arguments;
     std::string unit = Request().m_unit;
     for (std::size_t i = 0; i < words.size(); ++i) {
+        if (words[i] == "--blend") {
+            if (words.size() - i <= 3)
+                throw std::invalid_argument("--blend wants a count and two documents");
+            arguments.m_blends.push_back(ParseBlend(words[i + 1], words[i + 2], words[i + 3], unit));
+            i += 3;
+            continue;
+        }
         bool const option = words[i] == "--out" || words[i] == "--unit";
         if (!option) {
             arguments.m_requests.push_back(ParseDocument(words[i], unit));
@@ -64,7 +87,7 @@ Arguments Parse(std::vector<std::string> const& words) {
             unit = words[i + 1];
         ++i;
     }
-    if (arguments.m_requests.empty())
+    if (arguments.m_requests.empty() && arguments.m_blends.empty())
         throw std::invalid_argument("no document given");
     return arguments;
 }
@@ -85,19 +108,27 @@ bool Report(Arguments const& arguments) {
     page.Paragraph("Each section is cut into convex loops, which are tinted. Solid lines are the outline and its "
                    "holes, dashed lines the bridges and cuts. A picture opens by itself when it is clicked.");
     bool good = true;
-    std::set<std::string> stems;
-    for (Request const& request : arguments.m_requests) {
+    auto const attempt = [&](std::string const& heading, auto const& report) {
         try {
-            LoadedDocument document = Load(request);
-            std::string const stem = UniqueStem(request.m_file, stems);
-            std::cout << ReportDocument(document, arguments.m_folder, stem, page) << std::endl;
+            std::cout << report() << std::endl;
         } catch (std::exception const& error) {
             std::cerr << "section_report: " << error.what() << std::endl;
-            page.Heading(request.m_file.filename().string());
+            page.Heading(heading);
             page.Warning(error.what());
             good = false;
         }
-    }
+    };
+    std::set<std::string> stems;
+    for (Request const& request : arguments.m_requests)
+        attempt(request.m_file.filename().string(), [&] {
+            LoadedDocument document = Load(request);
+            return ReportDocument(document, arguments.m_folder, UniqueStem(request.m_file, stems), page);
+        });
+    for (BlendRequest const& request : arguments.m_blends)
+        attempt(request.m_first.m_file.filename().string(), [&] {
+            return ReportBlend(request, arguments.m_folder,
+                               UniqueStem(request.m_first.m_file.stem() += "-blend", stems), page);
+        });
     WriteFile(arguments.m_folder / "index.html", page.Document());
     std::cout << "pictures: " << (arguments.m_folder / "index.html").string() << std::endl;
     return good;

@@ -284,6 +284,18 @@ void DrawLegend(Svg& svg, Content const& content, Point page) {
 
 } // namespace
 
+void DrawConvexLoops(Svg& svg, CrossSection const& section, View const& view) {
+    DrawLoops(svg, Content(section), view);
+}
+
+std::string LoopStyle() {
+    return kStyle;
+}
+
+std::string LoopDefinitions() {
+    return kHatch;
+}
+
 Picture DrawSection(CrossSection const& section, std::string const& title, std::string const& subtitle,
                     std::string const& unit) {
     Content const content(section);

@@ -3,6 +3,7 @@
 /// \file
 /// The drawing of a section and of the convex loops that cover it.
 
+#include "common/svg.h"
 #include "sectrix/sections/cross_section.h"
 
 #include <string>
@@ -21,5 +22,11 @@ struct Picture {
 /// that were added; the overall dimensions and a scale bar. \param unit  the unit of the coordinates.
 Picture DrawSection(qel::Sectrix::CrossSection const& section, std::string const& title,
                     std::string const& subtitle, std::string const& unit);
+
+/// Draws the convex loops of a section as `DrawSection` does, without names and numbers, into a document that has
+/// `LoopStyle` for its style and `LoopDefinitions` in front.
+void DrawConvexLoops(Svg& svg, qel::Sectrix::CrossSection const& section, View const& view);
+std::string LoopStyle();
+std::string LoopDefinitions();
 
 } // namespace example

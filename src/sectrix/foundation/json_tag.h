@@ -7,6 +7,7 @@ namespace qel::Sectrix {
 
 // The keys in the order of their declaration, each written once: KEY(stem) for a key that reads like its stem,
 // KEY_AS(stem, value) for one that does not.
+/// \cond
 // clang-format off
 #define SECTRIX_JSON_KEYS(KEY, KEY_AS) \
     KEY(Attributes) KEY(Identity) KEY(Offset) KEY(LeftOverhang) KEY(RightOverhang) KEY(Skew) KEY(Bearings) \
@@ -42,6 +43,7 @@ namespace qel::Sectrix {
     KEY(DeckOffsetDistance) KEY(DeckOffsetFromType) KEY(HorizontalOffset) KEY(VerticalOffset) KEY(Portals)
 
 // clang-format on
+/// \endcond
 
 /// The keys of the JSON documents of bridges, tunnels, their parts and their parameters, as constants.
 ///
@@ -50,6 +52,7 @@ namespace qel::Sectrix {
 /// "Guid" is not `kGUIDTag` "GUID", and `kNameTag` "Name" is not `kCSCoordNameTag` "name".
 class JsonTag {
 public:
+/// \cond
 #define SECTRIX_DECLARE_KEY_AS(stem, value)                                                                        \
     static constexpr char const* k##stem##Tag = value;                                                             \
     static constexpr wchar_t const* k##stem##WTag = L"" value;
@@ -57,6 +60,7 @@ public:
     SECTRIX_JSON_KEYS(SECTRIX_DECLARE_KEY, SECTRIX_DECLARE_KEY_AS)
 #undef SECTRIX_DECLARE_KEY
 #undef SECTRIX_DECLARE_KEY_AS
+    /// \endcond
 };
 
 } // namespace qel::Sectrix

@@ -13,9 +13,12 @@ namespace qel {
 /// N numbers side by side; zero unless given: `Vec<2, double>{x, y}`.
 template <std::size_t N, class T>
 struct Vec {
+    /// The numbers, axis by axis.
     T m_elements[N] = {};
 
+    /// The number of an axis, counted from 0; not tested.
     constexpr T& operator[](std::size_t axis) { return m_elements[axis]; }
+    /// The number of an axis, counted from 0; not tested.
     constexpr T const& operator[](std::size_t axis) const { return m_elements[axis]; }
 };
 
@@ -25,11 +28,15 @@ struct Vec {
 /// translation of a `Mat<3, double>` stands at 6 and 7, that of a `Mat<4, double>` at 12, 13 and 14.
 template <std::size_t N, class T>
 struct Mat {
+    /// Row by row.
     std::array<T, N* N> m_elements = Identity();
 
+    /// The element at a place, counted from 0; not tested.
     constexpr T& operator[](std::size_t place) { return m_elements[place]; }
+    /// The element at a place, counted from 0; not tested.
     constexpr T const& operator[](std::size_t place) const { return m_elements[place]; }
 
+    /// The elements of the identity.
     static constexpr std::array<T, N * N> Identity() {
         std::array<T, N * N> elements{};
         for (std::size_t axis = 0; axis < N; ++axis)
@@ -41,7 +48,9 @@ struct Mat {
 /// An axis-parallel box with its borders, empty unless given.
 template <std::size_t N, class T>
 struct BBox {
+    /// The least value per axis; +infinity in a new box.
     Vec<N, T> m_min = All(std::numeric_limits<T>::infinity());
+    /// The greatest value per axis; -infinity in a new box.
     Vec<N, T> m_max = All(-std::numeric_limits<T>::infinity());
 
     /// True when, on any axis, the greatest value is not at least the least one.
@@ -60,6 +69,15 @@ struct BBox {
         }
     }
 
+    /// Grows the box until it holds `other`; an empty one adds nothing.
+    constexpr void Widen(BBox const& other) {
+        for (std::size_t axis = 0; axis < N; ++axis) {
+            m_min[axis] = std::min(m_min[axis], other.m_min[axis]);
+            m_max[axis] = std::max(m_max[axis], other.m_max[axis]);
+        }
+    }
+
+    /// The same value on all axes.
     static constexpr Vec<N, T> All(T value) {
         Vec<N, T> vec;
         for (std::size_t axis = 0; axis < N; ++axis)

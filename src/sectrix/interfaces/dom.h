@@ -45,6 +45,7 @@ public:
     /// Makes a string, never a boolean; null makes an empty one.
     Dom(char const* value);
 
+    /// A copy of the whole tree.
     Dom(Dom const& other);
     /// Takes the content over and leaves `other` a fresh node.
     Dom(Dom&& other) noexcept;
@@ -75,11 +76,17 @@ public:
     /// The number of elements of an array or of members of an object; 0 for every other node.
     std::uint64_t size() const noexcept;
 
+    /// True for an array.
     bool isArray() const noexcept;
+    /// True for an object.
     bool isObject() const noexcept;
+    /// True for a boolean.
     bool isBool() const noexcept;
+    /// True for an integer, but not for a double with a whole value.
     bool isInt() const noexcept;
+    /// True for a double, but not for an integer.
     bool isDouble() const noexcept;
+    /// True for a string.
     bool isString() const noexcept;
 
     /// The value of a boolean, else `fallback`.
@@ -102,6 +109,7 @@ public:
     /// The value of the last member with this key, which is added as a fresh node when there is none. A node that
     /// is no object becomes an empty one first.
     Dom& operator[](std::string const& key);
+    /// The same; not null.
     Dom& operator[](char const* key);
     /// Adds a fresh element at the end of an array and returns it. A node that is no array becomes an empty one
     /// first.

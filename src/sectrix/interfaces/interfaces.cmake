@@ -3,5 +3,26 @@ find_package(simdjson REQUIRED)
 sectrix_library(ORL_Json
     interfaces/dom.cpp
     interfaces/dom_reader_json.cpp
-    interfaces/dom_writer_json.cpp)
+    interfaces/dom_writer_json.cpp
+    HEADERS
+    foundation/export.h
+    interfaces/dom.h
+    interfaces/dom_reader_json.h
+    interfaces/dom_writer_json.h)
 target_link_libraries(ORL_Json PRIVATE simdjson::simdjson)
+
+find_package(SQLite3 REQUIRED)
+sectrix_library(GvsWrap
+    interfaces/gvs.cpp
+    interfaces/statement.cpp
+    HEADERS
+    foundation/export.h
+    interfaces/gvs.h
+    interfaces/statement.h)
+target_link_libraries(GvsWrap PRIVATE SQLite::SQLite3)
+sectrix_library(MVQ
+    interfaces/db_table.cpp
+    HEADERS
+    foundation/export.h
+    interfaces/db_table.h)
+target_link_libraries(MVQ PUBLIC GvsWrap PRIVATE SQLite::SQLite3)

@@ -28,11 +28,8 @@ CrossSection& CrossSection::operator=(CrossSection const& other) {
 
 qel::BBox<2, double> CrossSection::BBox() const {
     auto box = m_exteriorLoop.BBox();
-    for (auto const& loop : m_interiorLoops) {
-        auto const loopBox = loop.BBox();
-        box.Widen(loopBox.m_min);
-        box.Widen(loopBox.m_max);
-    }
+    for (auto const& loop : m_interiorLoops)
+        box.Widen(loop.BBox());
     return box;
 }
 
@@ -56,13 +53,14 @@ int CrossSection::Modulo(int value, int size) const {
     return rest < 0 ? rest + size : rest;
 }
 
-void CrossSection::Rebind(CSPositions& pool) {
-    m_positions = &pool;
-    m_exteriorLoop.Rebind(pool);
+void CrossSection::Rebind(CSPositions const& from, CSPositions& to) {
+    if (m_positions == &from)
+        m_positions = &to;
+    m_exteriorLoop.Rebind(from, to);
     for (auto& loop : m_interiorLoops)
-        loop.Rebind(pool);
+        loop.Rebind(from, to);
     for (auto& loop : m_convexLoops)
-        loop.Rebind(pool);
+        loop.Rebind(from, to);
 }
 
 } // namespace qel::Sectrix

@@ -63,13 +63,18 @@ public:
 
     /// The name of the assembly part, empty when there is none.
     std::string const& AssemblyPartName() const { return m_assemblyPartName; }
+    /// The outline.
     Loop const& ExteriorLoop() const { return m_exteriorLoop; }
+    /// The outline, for changing.
     Loop& GetExteriorLoop() { return m_exteriorLoop; }
+    /// The holes, in document order.
     std::vector<Loop> const& InteriorLoops() const { return m_interiorLoops; }
+    /// The holes, for changing.
     std::vector<Loop>& GetInteriorLoops() { return m_interiorLoops; }
     /// The pool indices of the positions that building the convex loops has added, in the order of their making.
     /// Never builds.
     std::vector<int> const& AddedVertices() const { return m_addedVertices; }
+    /// The pool that the loops refer to.
     CSPositions const& Positions() const { return *m_positions; }
 
     /// The box around the exterior and interior loops, worked out anew at each call.
@@ -89,9 +94,10 @@ public:
 
     /// Reads a section from its element of a document, and returns whether it was read whole and is valid: each of
     /// its loops has at least three vertices, and exactly one is exterior. Otherwise the section keeps what was
-    /// read up to then and is best discarded. \param dom  an object with the array "loops" and optionally the
-    /// string "assemblyPartName", or the array alone. A
-    ///             loop is a pair: an array of pool indices, and true for the exterior loop.
+    /// read up to then and is best discarded.
+    ///
+    /// \param dom  an object with the array "loops" and optionally the string "assemblyPartName", or the array alone.
+    /// A loop is a pair: an array of pool indices, and true for the exterior loop.
     bool From(Dom const& dom);
     /// Writes the name, unless it is empty, and the loops into `dom`, a fresh node or an object.
     void To(Dom& dom);
@@ -100,7 +106,8 @@ public:
     /// \name Convex loops
     /// @{
 
-    /// Loops without a notch that together cover the area of the section, built first if the list is empty.
+    /// Loops that together cover the area of the section, convex as far as cutting got, built first if the list is
+    /// empty.
     ///
     /// Entry 0 is what is left of the outline. Entries 1 onward are the holes that could not be merged into it, if
     /// any, each with what is left of it. Then come the pieces in the order in which they were cut. A loop that
@@ -112,6 +119,7 @@ public:
     /// section whose exterior loop has no vertices has no convex loops, whatever its holes. When memory runs out in
     /// a build, the section stays unbuilt and the pool as it was.
     std::vector<Loop> const& ConvexLoops() const;
+    /// The same list for changing.
     std::vector<Loop>& GetConvexLoops();
 
     /// Drops the convex loops, and moves the indices of the added positions into `removed` beside what that holds.
@@ -171,8 +179,8 @@ public:
     void Dump(std::ofstream& stream, char const* prefix) const;
 
 protected:
-    /// The steps of the build, for a class that runs them one by one on a working list that it has filled itself
-    /// through `AddConvexLoop`: the outline first, then the holes.
+    // The steps of the build, for a class that runs them one by one on a working list that it has filled itself
+    // through `AddConvexLoop`: the outline first, then the holes.
 
     /// Merges the hole that lies furthest left into the outline and takes it out of the working list. False, with
     /// nothing changed, when there is no hole or none can be merged.
@@ -180,8 +188,9 @@ protected:
     /// Merges holes until one cannot be merged or none is left.
     void RemoveHoles() const;
     /// Cuts one convex piece off the loop at `index` and appends it to the list; returns false then. True when the
-    /// loop needs no further cut, cannot be cut, or the list has as many loops as the pool has positions. \param
-    /// index  an entry of the list; for any other the answer is true.
+    /// loop needs no further cut, cannot be cut, or the list has as many loops as the pool has positions.
+    ///
+    /// \param index  an entry of the list; for any other the answer is true.
     bool BuildConvexLoop(std::uint64_t index) const;
     /// Cuts every loop of the list, those not counted that this adds, until there is nothing more to cut.
     void BuildConvexLoops() const;
@@ -194,17 +203,20 @@ private:
     /// Puts the points of a loop's vertices into `points`, the origin for what is not in the pool; false where
     /// there is such a vertex.
     bool ReadPoints(std::vector<Vertex> const& vertices, std::pmr::vector<Vec<2, double>>& points) const;
-    /// The steps behind the build, on the working list.
+    /// Merges up to `limit` holes of the working list into the outline, and returns how many.
     std::size_t MergeHoles(std::size_t limit) const;
     std::pmr::vector<std::size_t> OrderHoles(std::size_t limit, Scratch& scratch) const;
     void TakeMerged(HoleMerger const& merger, std::pmr::vector<std::size_t> order) const;
     void ReserveConvexLoops(std::size_t size) const;
     /// Fills the working list, merges the holes and cuts. The list must be empty.
     void Build() const;
-    /// Binds the section and all its loops to another pool, in which their indices have the same meaning.
-    void Rebind(CSPositions& pool);
+    /// Binds the section and its loops to the pool `to` as far as they are bound to `from`. Indices keep their
+    /// meaning.
+    void Rebind(CSPositions const& from, CSPositions& to);
+
     /// Fills this section, which must be fresh, as the blending constructor does.
-    /// `partners` has, for each interior loop of `second`, its partner in `first`, or null.
+    ///
+    /// \param partners  for each interior loop of `second` its partner in `first`, or null.
     void Blend(CrossSection const& first, CrossSection const& second, Loop const* const* partners, double ratio);
 
     /// The pool of a default-built section.

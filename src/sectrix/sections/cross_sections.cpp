@@ -6,6 +6,8 @@
 
 namespace qel::Sectrix {
 
+CrossSections::CrossSections() = default;
+
 CrossSections::CrossSections(double scale) : m_scale(scale) {}
 
 CrossSections::CrossSections(std::vector<Vec<2, double>> const& points, bool fill) {
@@ -22,13 +24,13 @@ CrossSections::CrossSections(CSPositions const& positions, bool fill) : m_positi
 CrossSections::CrossSections(CrossSections const& other)
     : m_positions(other.m_positions), m_items(other.m_items), m_scale(other.m_scale), m_bbox(other.m_bbox),
       m_parameters(other.m_parameters) {
-    RebindItems();
+    RebindItems(other);
 }
 
 CrossSections::CrossSections(CrossSections&& other) noexcept
     : m_positions(std::move(other.m_positions)), m_items(std::exchange(other.m_items, {})), m_scale(other.m_scale),
       m_bbox(other.m_bbox), m_parameters(std::exchange(other.m_parameters, {})) {
-    RebindItems();
+    RebindItems(other);
 }
 
 CrossSections& CrossSections::operator=(CrossSections const& other) {
@@ -37,10 +39,10 @@ CrossSections& CrossSections::operator=(CrossSections const& other) {
     try {
         m_items = other.m_items;
     } catch (...) {
-        RebindItems(); // some sections may be copies that still refer to the pool of `other`
+        RebindItems(other); // some sections may be copies that still refer to the pool of `other`
         throw;
     }
-    RebindItems();
+    RebindItems(other);
     m_scale = other.m_scale;
     m_bbox = other.m_bbox;
     return *this;
@@ -52,7 +54,7 @@ CrossSections& CrossSections::operator=(CrossSections&& other) noexcept {
     m_scale = other.m_scale;
     m_bbox = other.m_bbox;
     m_parameters = std::exchange(other.m_parameters, {});
-    RebindItems();
+    RebindItems(other);
     return *this;
 }
 
@@ -79,9 +81,14 @@ void CrossSections::NormalizeVertical() {
 }
 
 void CrossSections::ResetConvexLoops() {
+    // All indices are gathered before a section drops its own: when memory runs out, nothing has changed.
     std::set<int> removed;
-    for (auto& section : m_items)
-        section.ResetConvexLoops(removed);
+    for (auto const& section : m_items)
+        removed.insert(section.m_addedVertices.begin(), section.m_addedVertices.end());
+    for (auto& section : m_items) {
+        section.m_convexLoops.clear();
+        section.m_addedVertices.clear();
+    }
     for (auto index = removed.rbegin(); index != removed.rend(); ++index)
         m_positions.RemovePosition(static_cast<std::uint64_t>(std::int64_t{*index}));
 }
@@ -100,9 +107,9 @@ void CrossSections::InitBBox() const {
     m_bbox = m_positions.BBox();
 }
 
-void CrossSections::RebindItems() {
+void CrossSections::RebindItems(CrossSections const& source) {
     for (auto& section : m_items)
-        section.Rebind(m_positions);
+        section.Rebind(source.m_positions, m_positions);
 }
 
 } // namespace qel::Sectrix

@@ -33,10 +33,12 @@ public:
     /// \name Making and copying
     /// @{
 
+    /// An empty set, with a scale of 1.0.
+    CrossSections();
     /// An empty set.
-    /// \param scale  the factor by which a read multiplies the coordinates, such as 0.001 from millimetres to
-    /// metres.
-    explicit CrossSections(double scale = 1.0);
+    ///
+    /// \param scale  the factor by which a read multiplies the coordinates, such as 0.001 from millimetres to metres.
+    explicit CrossSections(double scale);
     /// A set with these points as unnamed positions and one section, made as `CrossSection(pool, fill)`: with
     /// `fill` true a single closed outline.
     CrossSections(std::vector<Vec<2, double>> const& points, bool fill);
@@ -57,8 +59,11 @@ public:
     /// \name Reading
     /// @{
 
+    /// The sections, in document order.
     std::vector<CrossSection> const& Items() const { return m_items; }
+    /// The sections, for changing.
     std::vector<CrossSection>& GetItems() { return m_items; }
+    /// The pool of the set.
     CSPositions const& Positions() const { return m_positions; }
     /// The named parameters of the document read last.
     std::map<std::string, double> const& Parameters() const { return m_parameters; }
@@ -78,6 +83,7 @@ public:
 
     /// Drops the convex loops of all sections and takes the positions that they had added out of the pool, from the
     /// highest index down. A position that the host has appended behind those moves down with nothing following it.
+    /// When memory runs out nothing has changed.
     void ResetConvexLoops();
 
     /// @}
@@ -93,9 +99,10 @@ public:
     /// What cannot be used is passed over and the rest is read: a position without two coordinates adds nothing and
     /// takes no index, a vertex index that is not in the pool is left out, a section with a loop of fewer than
     /// three vertices or without exactly one exterior loop is dropped. A document without a list of sections gives
-    /// one section that runs through the whole pool. \param dom  an object with the array "Outlines", or else
-    /// "outlines", of positions and sections, and optionally the
-    ///             object "Params". Indices in it are pool indices, counted from the first position in the set.
+    /// one section that runs through the whole pool.
+    ///
+    /// \param dom  an object with the array "Outlines", or else "outlines", of positions and sections, and optionally
+    /// the object "Params". Indices in it are pool indices, counted from the first position in the set.
     void From(Dom const& dom);
     /// Writes positions, sections and parameters into `dom`, a fresh node or an object. Parameters go out as an
     /// array of objects with one member each, which reading passes over.
@@ -151,8 +158,9 @@ public:
     /// @}
 
     /// Builds the convex loops of all sections, then writes positions and sections as indented text; does nothing
-    /// when the stream has no open file. Numbers follow the format of the stream. \param prefix  stands at the
-    /// start of every line; not null.
+    /// when the stream has no open file. Numbers follow the format of the stream.
+    ///
+    /// \param prefix  stands at the start of every line; not null.
     void Dump(std::ofstream& stream, char const* prefix) const;
 
 private:
@@ -160,8 +168,8 @@ private:
     void ConvertPositions(double factor);
     /// Makes `m_bbox` the box of the pool.
     void InitBBox() const;
-    /// Binds all sections to the pool of this set.
-    void RebindItems();
+    /// Binds the sections that came from `source`, and so refer to its pool, to the pool of this set.
+    void RebindItems(CrossSections const& source);
     /// Fills this set, which must be empty, from two compatible ones.
     void Blend(CrossSections const& first, CrossSections const& second, SectionPairs const& pairs, double ratio,
                bool convex);

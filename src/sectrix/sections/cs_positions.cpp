@@ -41,9 +41,10 @@ int CSPositions::AddPosition(Vec<2, double> const& position) {
 
 int CSPositions::AddPosition(std::string const& name, Vec<2, double> const& position) {
     m_positions.emplace_back(name, position);
-    if (!name.empty()) {
+    auto const& added = m_positions.back().Name(); // `name` may have stood in the list, which may have moved
+    if (!added.empty()) {
         bool const wasExact = std::exchange(m_isIndexExact, false); // as it is when memory runs out here
-        m_isIndexExact = m_nameIndex.insert_or_assign(name, m_positions.size() - 1).second && wasExact;
+        m_isIndexExact = m_nameIndex.insert_or_assign(added, m_positions.size() - 1).second && wasExact;
     }
     return Count() - 1;
 }

@@ -20,19 +20,24 @@ public:
     CSPosition() = default;
     /// A point without a name.
     explicit CSPosition(Vec<2, double> const& position);
+    /// A point with a name; an empty name is none.
     CSPosition(std::string const& name, Vec<2, double> const& position);
+    /// A full copy.
     CSPosition(CSPosition const& other) = default;
     /// Takes the name over and leaves `other` without one; `other` keeps its point.
     CSPosition(CSPosition&& other) noexcept;
+    /// Takes a full copy.
     CSPosition& operator=(CSPosition const& other) = default;
     /// Takes the name over and leaves `other` without one; `other` keeps its point.
     CSPosition& operator=(CSPosition&& other) noexcept;
 
     /// The name, empty for an unnamed position. A change made here does not reach the name index of a pool.
     std::string const& Name() const { return m_name; }
+    /// The name, for changing.
     std::string& Name() { return m_name; }
     /// Element 0 is the horizontal x, to the right; element 1 is the vertical y, upward.
     Vec<2, double> const& Position() const { return m_position; }
+    /// The point, for changing.
     Vec<2, double>& Position() { return m_position; }
 
 private:
@@ -49,6 +54,7 @@ private:
 class SECTRIX_EXPORT CSPositions {
 public:
     CSPositions() = default;
+    /// A full copy, name index included.
     CSPositions(CSPositions const& other) = default;
     /// Takes all over and leaves `other` an empty pool, ready for use.
     CSPositions(CSPositions&& other) noexcept;
@@ -68,10 +74,12 @@ public:
     ///
     /// Look at `found` before writing through the result: what is written into the sentinel, every pool shows.
     CSPosition& GetPosition(std::string const& name, bool& found);
+    /// The same for reading.
     CSPosition const& GetPosition(std::string const& name, bool& found) const;
     /// The position at `index`, with `found` true; else the sentinel, with `found` false. A negative `int` widened
     /// to 64 bits is not found.
     CSPosition& GetPosition(std::uint64_t index, bool& found);
+    /// The same for reading.
     CSPosition const& GetPosition(std::uint64_t index, bool& found) const;
 
     /// Removes one position; an index that is not in the pool does nothing.

@@ -23,6 +23,8 @@ void CSPositions::SetPositions(CSPositions const& first, CSPositions const& seco
     bool const takesIndex = first.m_isIndexExact && m_positions.empty() && m_nameIndex.empty();
     if (m_positions.empty())
         Reserve(first.m_positions.size());
+    if (takesIndex)
+        m_isIndexExact = false; // as it is when memory runs out before the index is taken
     std::size_t nextPlace = 0;
     for (std::size_t index = 0; index < first.m_positions.size(); ++index) {
         auto const& position = first.m_positions[index];

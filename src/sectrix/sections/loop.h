@@ -23,18 +23,21 @@ class SECTRIX_EXPORT Vertex {
 public:
     /// \param index     a pool index; not tested.
     /// \param exterior  true when the edge from the previous vertex to this one lies on the outline, false when a
-    /// bridge
-    ///                  or a cut has made it.
+    /// bridge or a cut has made it.
     Vertex(int index, bool exterior) : m_index(index), m_exterior(exterior) {}
 
     /// True when both the indices and the flags are equal.
     bool operator==(Vertex const& other) const {
         return m_index == other.m_index && m_exterior == other.m_exterior;
     }
+    /// True when the indices or the flags differ.
     bool operator!=(Vertex const& other) const { return !(*this == other); }
 
+    /// The pool index.
     int Index() const { return m_index; }
+    /// True when the edge that arrives here lies on the outline.
     bool Exterior() const { return m_exterior; }
+    /// Replaces the flag.
     void SetExterior(bool exterior) { m_exterior = exterior; }
 
 protected:
@@ -68,7 +71,9 @@ public:
     /// Takes the vertices of `other`; the pool stays.
     Loop& operator=(Loop const& other);
 
+    /// The corners, in order.
     std::vector<Vertex> const& Vertices() const { return m_vertices; }
+    /// The pool that the indices refer to.
     CSPositions const& Positions() const { return *m_positions; }
 
     /// Appends a vertex.
@@ -85,9 +90,10 @@ public:
     /// loop becomes the run, its first flag false; but with `to` equal to `from` it becomes the whole of `other`,
     /// starting at `from`, flags as they were. A loop with vertices gets, behind `place`, the run and a second copy
     /// of the vertex at `place`, which bridges the two: the first flag of the run and that of the copy become
-    /// false. With `to` equal to `from` the run is here the whole of `other` and its start once more. \param place
-    /// a place of this loop; not looked at when the loop is empty. \param to     a place of `other`; -1 means
-    /// `from`.
+    /// false. With `to` equal to `from` the run is here the whole of `other` and its start once more.
+    ///
+    /// \param place  a place of this loop; not looked at when the loop is empty.
+    /// \param to     a place of `other`; -1 means `from`.
     void Add(Loop const& other, int place, int from, int to);
 
     /// Shortens the loop so that the edge from `first` to `last` becomes one of its edges, with the flag of the
@@ -95,7 +101,7 @@ public:
     /// from `last` to `first`. Does nothing when a place is not in the loop.
     void Cut(int first, int last);
 
-    /// The first place of least x, or -1 when no vertex has a finite x below the largest double. Worked out once
+    /// The first place of least x, or -1 when no vertex has an x below the largest double. Worked out once
     /// after each change of the list, and so not constant.
     int LeftMostVertex();
 
@@ -110,9 +116,10 @@ public:
     /// Appends the vertices that a document lists, and returns whether the loop then has at least three.
     ///
     /// Indices that are not in the pool are left out; an element that is no number reads as 0. A last vertex with
-    /// the index of the first is dropped, once. All flags become true. \param dom       an array of pool indices,
-    /// counter-clockwise. \param exterior  false reverses the order, so that a hole runs clockwise, and puts the
-    /// vertices in front.
+    /// the index of the first is dropped, once. All flags become true.
+    ///
+    /// \param dom       an array of pool indices, counter-clockwise.
+    /// \param exterior  false reverses the order, so that a hole runs clockwise, and puts the vertices in front.
     bool From(Dom const& dom, bool exterior);
     /// Appends the indices to `dom`, in reverse order where `exterior` is false. No flag is written.
     void To(Dom& dom, bool exterior);
@@ -178,8 +185,12 @@ private:
     int FindLeftMost() const;
     /// Marks the list as changed.
     void Touch() { m_leftMost = -1; }
-    /// Binds the loop to another pool, in which its indices have the same meaning.
-    void Rebind(CSPositions const& pool) { m_positions = &pool; }
+    /// Binds the loop to the pool `to` if it is bound to `from`. Indices keep their meaning.
+    void Rebind(CSPositions const& from, CSPositions const& to) {
+        if (m_positions == &from)
+            m_positions = &to;
+    }
+
     /// Fills this loop, which must be empty and over `pool`, as the blending constructor does.
     void Blend(Loop const& first, Loop const& second, CSPositions& pool, double ratio);
 

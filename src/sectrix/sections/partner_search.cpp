@@ -87,7 +87,9 @@ struct SectionKey {
     std::uint64_t WithLoop(std::uint64_t loop) const { return Mix(m_base, loop) % namedMark + namedMark; }
 };
 
-/// Builds the convex loops when they are what is compared. \param count  of the section's named positions.
+/// Builds the convex loops when they are what is compared.
+///
+/// \param count  of the section's named positions.
 SectionKey KeyOf(CrossSection const& section, bool convex, std::uint64_t count) {
     SectionKey key;
     auto const add = [&key](Loop const& loop) {

@@ -98,8 +98,10 @@ private:
     std::vector<Loop const*> m_interiorPartners;
 };
 
-/// `CrossSection::IsCompatible`. \param partners  when not null, receives for each interior loop of `second` its
-/// partner in `first`; of no use when the answer is false or convex loops are compared.
+/// `CrossSection::IsCompatible`.
+///
+/// \param partners  when not null, receives for each interior loop of `second` its partner in `first`; of no use when the
+/// answer is false or convex loops are compared.
 bool AreCompatible(CrossSection const& first, CrossSection const& second, bool convex,
                    std::vector<Loop const*>* partners);
 

@@ -23,8 +23,9 @@ public:
 
     /// Makes the frame of a piece; false when a corner is too flat to say how far off a point may lie.
     /// \param corners     of the piece, counter-clockwise; each run of three or more from the first on is strictly
-    /// convex. \param turnError   the greatest rounding error of a turn value among the points that are asked
-    /// about. \param pointError  the same of a coordinate.
+    /// convex.
+    /// \param turnError   the greatest rounding error of a turn value among the points that are asked about.
+    /// \param pointError  the same of a coordinate.
     bool Reset(Scratch::List<Point> const& corners, double turnError, double pointError);
 
     /// True when the box is apart from that of the frame. For a point it says enough: the visitor's own test is as

@@ -1,5 +1,4 @@
 #include "sectrix/foundation/json_tag.h"
-#include "sectrix/foundation/strict_arithmetic.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/sections/cross_sections.h"
 #include "sectrix/sections/reserve_more.h"
@@ -140,7 +139,7 @@ void CrossSections::To(Dom& dom) {
 void CrossSection::To(Dom& dom) {
     if (!m_assemblyPartName.empty())
         dom[JsonTag::kCSAssemblyPartNameTag] = Dom(m_assemblyPartName);
-    auto& loops = dom[JsonTag::kCSLoopsTag];
+    auto& loops = dom[JsonTag::kCSLoopsTag].toArray();
     auto const write = [&loops](Loop& loop, bool exterior) {
         auto& pair = loops.append().toArray();
         loop.To(pair.append().toArray(), exterior);

@@ -1,0 +1,46 @@
+# What `cmake --install` and `cpack` put down: a runtime component with the libraries, a development component with the
+# headers and with the packages for CMake and pkg-config. Everything refers to everything else by relative paths, so an
+# installed copy may be moved.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+get_property(SECTRIX_LIBRARIES GLOBAL PROPERTY SECTRIX_LIBRARIES)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ORL_Sectrix)
+install(TARGETS ${SECTRIX_LIBRARIES} EXPORT ORL_SectrixTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+install(EXPORT ORL_SectrixTargets NAMESPACE ORL_Sectrix:: DESTINATION ${package_dir} COMPONENT development)
+
+set(generated ${PROJECT_BINARY_DIR}/package)
+configure_package_config_file(cmake/package/ORL_SectrixConfig.cmake.in ${generated}/ORL_SectrixConfig.cmake
+    INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${generated}/ORL_SectrixConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${generated}/ORL_SectrixConfig.cmake ${generated}/ORL_SectrixConfigVersion.cmake
+    DESTINATION ${package_dir} COMPONENT development)
+
+list(REVERSE SECTRIX_LIBRARIES) # what needs another one stands before it
+list(TRANSFORM SECTRIX_LIBRARIES PREPEND -l OUTPUT_VARIABLE SECTRIX_PC_LIBS)
+list(JOIN SECTRIX_PC_LIBS " " SECTRIX_PC_LIBS)
+file(RELATIVE_PATH SECTRIX_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig/. /.)
+configure_file(cmake/package/ORL_Sectrix.pc.in ${generated}/ORL_Sectrix.pc @ONLY)
+install(FILES ${generated}/ORL_Sectrix.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+# Debian packages: `cpack` in the build folder.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_CONTACT "The ORL_Sectrix developers <orl-sectrix@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL runtime development)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME liborl-sectrix${PROJECT_VERSION_MAJOR})
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
+# Our libraries need each other; without this the packager looks for one of them in other packages.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src/sectrix)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME liborl-sectrix-dev)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
+    "liborl-sectrix${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}), libsimdjson-dev, libsqlite3-dev")
+include(CPack)

@@ -1,0 +1,105 @@
+#include "sectrix/mesh/mesh.h"
+#include "../tests/plain_merging.h"
+#include "result.h"
+#include "target.h"
+
+#include <assimp/mesh.h>
+
+using namespace qel;
+using namespace qel::Sectrix;
+
+namespace fuzz {
+
+namespace {
+
+std::string Text(Position const& position) {
+    return Number(position.X()) + Number(position.Y()) + Number(position.Z()) + '\n';
+}
+
+std::string Text(Mesh const& mesh) {
+    std::string text = "mesh\n";
+    for (auto const& position : mesh.Positions())
+        text += Text(position);
+    for (auto const index : mesh.Indices())
+        text += std::to_string(index) + ' ';
+    Position min, max;
+    if (mesh.BoundingBox(min, max))
+        text += Text(min) + Text(max);
+    return text + '\n';
+}
+
+/// Positions that are mostly close to a lattice, some of them closer to each other than what is merged.
+std::vector<Position> ReadPositions(Input& input) {
+    std::vector<Position> positions(static_cast<std::size_t>(input.Below(400)));
+    double const steps[] = {1.0, 0.0001, 0.00003, 0x1p-13};
+    double const step = steps[input.Below(4)];
+    input.ReadScale();
+    for (auto& position : positions) {
+        position.SetX(input.Coordinate() * step);
+        position.SetY(input.Coordinate() * step);
+        position.SetZ(input.Coordinate() * step);
+    }
+    return positions;
+}
+
+Mesh Import(Input& input) {
+    std::vector<aiVector3D> vertices(static_cast<std::size_t>(input.Below(40)));
+    for (auto& vertex : vertices) {
+        auto const coordinate = [&input] {
+            double const value = input.Coordinate();
+            return static_cast<ai_real>(std::abs(value) > 1e38 ? std::copysign(INFINITY, value) : value);
+        };
+        vertex = {coordinate(), coordinate(), coordinate()};
+    }
+    std::vector<std::vector<unsigned>> corners;
+    for (int count = input.Below(40); count > 0; --count) {
+        corners.emplace_back(static_cast<std::size_t>(input.Below(16) ? 3 : input.Below(6)));
+        for (auto& corner : corners.back())
+            corner = input.Below(16) ? static_cast<unsigned>(input.Byte()) : 0xFFFFFFFFu;
+    }
+    std::vector<aiFace> faces(corners.size());
+    for (std::size_t i = 0; i < faces.size(); ++i) {
+        faces[i].mNumIndices = static_cast<unsigned>(corners[i].size());
+        faces[i].mIndices = corners[i].data();
+    }
+    aiMesh source;
+    source.mVertices = vertices.data();
+    source.mNumVertices = static_cast<unsigned>(vertices.size());
+    source.mFaces = faces.data();
+    source.mNumFaces = static_cast<unsigned>(faces.size());
+    Mat<4, double> matrix;
+    for (int edits = input.Below(4); edits > 0; --edits)
+        matrix[static_cast<std::size_t>(input.Below(16))] = input.Coordinate();
+    Mesh mesh(L"key", L"name");
+    mesh.fromOBJ(&source, Matrix{matrix.m_elements.data()});
+    mesh.fromOBJ(&source, Matrix{mesh.Transform().m_elements.data()});
+    source.mVertices = nullptr; // the arrays here are not the mesh's to free
+    source.mFaces = nullptr;
+    for (auto& face : faces)
+        face.mIndices = nullptr;
+    Require(mesh.Positions().size() == 2 * vertices.size(), "every vertex is appended, each time");
+    return mesh;
+}
+
+} // namespace
+
+std::string RunMesh(std::string const& bytes) {
+    Input input(bytes);
+    auto const positions = ReadPositions(input);
+    plain::Indices indices(static_cast<std::size_t>(input.Below(600)));
+    for (auto& index : indices) {
+        index = input.Below(static_cast<int>(positions.size()) + 2);
+        if (input.Below(32) == 31)
+            index += std::int64_t{1} << (31 + input.Below(32) % 32);
+        index &= INT64_MAX; // a mesh has no negative index
+    }
+    Mesh mesh(L"key", L"name"); // with lists that no import could make
+    const_cast<std::vector<Position>&>(mesh.Positions()) = positions;
+    const_cast<plain::Indices&>(mesh.Indices()) = indices;
+    Require(plain::Merging().Agrees(mesh), "merging as the twin does");
+    auto const imported = Import(input);
+    Require(plain::Merging().Agrees(imported), "merging what is imported as the twin does");
+    return Text(Mesh(mesh, true)) + Text(imported) + Text(Mesh(imported, true));
+}
+
+} // namespace fuzz

@@ -1,0 +1,84 @@
+#include "small_stack.h"
+#include "target.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <thread>
+#include <vector>
+
+// Runs files through a target, on threads with a small stack and on all of them at once, and prints a hash of all
+// that came out.
+//
+//   replay threads target path...
+//
+// A path is a file or a folder; the files of a folder are taken by their names, and what lies in folders below it
+// is passed over. "all" as the target, with one path, stands for each target with the folder of its name in there.
+
+namespace {
+
+struct Case {
+    fuzz::Target m_target;
+    std::string m_path;
+    std::string m_bytes;
+};
+
+void AddFile(std::vector<Case>& cases, fuzz::Target const& target, std::filesystem::path const& path) {
+    std::ifstream file(path, std::ios::binary);
+    cases.push_back({target, path.string(), {std::istreambuf_iterator<char>(file), {}}});
+}
+
+void AddPath(std::vector<Case>& cases, fuzz::Target const& target, std::filesystem::path const& path) {
+    if (!std::filesystem::is_directory(path))
+        return AddFile(cases, target, path);
+    std::vector<std::filesystem::path> files;
+    for (auto const& entry : std::filesystem::directory_iterator(path))
+        if (entry.is_regular_file())
+            files.push_back(entry.path());
+    std::sort(files.begin(), files.end());
+    for (auto const& file : files)
+        AddFile(cases, target, file);
+}
+
+/// FNV-1a, the same on every machine.
+std::uint64_t Hash(std::uint64_t hash, std::string const& text) {
+    for (char const byte : text)
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211u;
+    return hash;
+}
+
+std::uint64_t Run(std::vector<Case> const& cases, bool isLoud) {
+    std::uint64_t hash = 14695981039346656037u;
+    for (auto const& [target, path, bytes] : cases) {
+        auto const result = target.m_run(bytes);
+        hash = Hash(hash, result);
+        if (isLoud)
+            std::printf("%016llx %s\n", static_cast<unsigned long long>(Hash(0, result)), path.c_str());
+    }
+    return hash;
+}
+
+} // namespace
+
+int main(int argumentCount, char** arguments) {
+    std::vector<std::string> const words(arguments, arguments + argumentCount);
+    if (words.size() < 4) {
+        std::fprintf(stderr, "usage: %s threads target path...\n", arguments[0]);
+        return 2;
+    }
+    std::vector<Case> cases;
+    for (auto const& target : fuzz::targets::all)
+        for (std::size_t i = 3; i < words.size(); ++i)
+            if (words[2] == target.m_name)
+                AddPath(cases, target, words[i]);
+            else if (words[2] == "all")
+                AddPath(cases, target, std::filesystem::path(words[i]) / target.m_name);
+
+    std::vector<std::uint64_t> hashes(std::stoul(words[1]));
+    fuzz::OnSmallStacks(hashes.size(), [&](std::size_t thread) { hashes[thread] = Run(cases, thread == 0); });
+    fuzz::Require(std::all_of(hashes.begin(), hashes.end(), [&](auto hash) { return hash == hashes[0]; }),
+                  "all threads answer alike");
+    std::printf("%016llx %zu inputs\n", static_cast<unsigned long long>(hashes.at(0)), cases.size());
+    return cases.empty() ? 1 : 0;
+}

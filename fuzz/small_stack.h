@@ -1,0 +1,51 @@
+#pragma once
+
+#include "target.h"
+
+#include <pthread.h>
+#include <vector>
+
+/// \file
+/// Threads with as little stack as a host's worker thread may have.
+
+namespace fuzz {
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr std::size_t smallStack = 1024 * 1024; // sanitizers make frames several times as large
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+inline constexpr std::size_t smallStack = 1024 * 1024;
+#else
+inline constexpr std::size_t smallStack = 256 * 1024;
+#endif
+#else
+inline constexpr std::size_t smallStack = 256 * 1024;
+#endif
+
+/// Calls `run` with 0 to `count` - 1, each on a thread of its own, all at once.
+template <class Function>
+void OnSmallStacks(std::size_t count, Function const& run) {
+    struct Start {
+        Function const* m_run;
+        std::size_t m_number;
+    };
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    Require(pthread_attr_setstacksize(&attributes, smallStack) == 0, "a small stack");
+    std::vector<pthread_t> threads(count);
+    std::vector<Start> starts(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        starts[i] = {&run, i};
+        auto const begin = [](void* start) -> void* {
+            auto const& [function, number] = *static_cast<Start const*>(start);
+            (*function)(number);
+            return nullptr;
+        };
+        Require(pthread_create(&threads[i], &attributes, begin, &starts[i]) == 0, "a thread");
+    }
+    pthread_attr_destroy(&attributes);
+    for (auto const thread : threads)
+        pthread_join(thread, nullptr);
+}
+
+} // namespace fuzz

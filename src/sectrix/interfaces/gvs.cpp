@@ -1,0 +1,118 @@
+#include "sectrix/interfaces/gvs.h"
+#include "sectrix/interfaces/statement.h"
+
+#include <algorithm>
+#include <new>
+#include <sqlite3.h>
+
+namespace gvs {
+
+namespace {
+
+int const kBusyTimeout = 2000; // milliseconds
+
+int Leave(sqlite3*) {
+    return SQLITE_OK;
+}
+
+} // namespace
+
+Error::Error(std::string const& reason) : std::runtime_error(reason) {}
+Error::~Error() = default;
+
+TableDef::TableDef(sqlite3_stmt* statement) {
+    int const count = sqlite3_column_count(statement);
+    m_columns.reserve(static_cast<std::size_t>(count));
+    for (int place = 0; place < count; ++place) {
+        auto const* name = sqlite3_column_name(statement, place);
+        if (!name)
+            throw std::bad_alloc();
+        m_columns.emplace_back(name, place);
+    }
+}
+
+ColumnDef const* TableDef::operator[](wchar_t const* column) const {
+    auto const name = ToSqlText(column);
+    auto const found = std::find_if(m_columns.begin(), m_columns.end(), [&name](ColumnDef const& candidate) {
+        return sqlite3_stricmp(candidate.Name().c_str(), name.c_str()) == 0;
+    });
+    return found == m_columns.end() ? nullptr : &*found;
+}
+
+void Value::SetString(wchar_t const* text, bool) {
+    m_text = ToSqlText(text);
+    m_kind = String;
+}
+
+std::string Expression::Condition() const {
+    // Only "and" joins comparisons, and these stand in push order on both sides of it. So the condition is their
+    // list: it needs no parentheses and no stack, only the count of what still waits for its operator.
+    std::string condition;
+    int operands = 0;
+    int conditions = 0;
+    bool isSound = true;
+    for (auto const& [kind, name] : m_nodes) {
+        if (kind == Kind::Equal) {
+            isSound = isSound && operands == 2;
+            operands = 0;
+            ++conditions;
+        } else if (kind == Kind::And) {
+            isSound = isSound && operands == 0 && conditions >= 2;
+            --conditions;
+        } else {
+            condition += operands > 0 ? " = " : condition.empty() ? "" : " AND ";
+            condition += kind == Kind::Identifier ? "t." + Quoted(name) : "?";
+            ++operands;
+        }
+    }
+    if (!isSound || operands != 0 || conditions != (m_nodes.empty() ? 0 : 1))
+        throw Error("the filter is not one condition");
+    return condition;
+}
+
+void ExprBuilder::Identifier(wchar_t const* name) {
+    m_target->m_nodes.push_back({Expression::Kind::Identifier, ToSqlText(name)});
+}
+
+void ExprBuilder::Constant(Value const& value) {
+    m_target->m_constants.push_back(value);
+    m_target->m_nodes.push_back({Expression::Kind::Constant, {}});
+}
+
+void ExprBuilder::CmpOp(ComparisonOps op) {
+    if (op != Equal)
+        throw Error("this comparison is not supported");
+    m_target->m_nodes.push_back({Expression::Kind::Equal, {}});
+}
+
+void ExprBuilder::BooleanOp(LogicalOps op) {
+    if (op != And)
+        throw Error("this logical operator is not supported");
+    m_target->m_nodes.push_back({Expression::Kind::And, {}});
+}
+
+Database::Database(std::string const& path, Access access) : m_connection(nullptr, sqlite3_close) {
+    sqlite3* connection = nullptr;
+    int const mode = access == Access::ReadWrite ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
+    // Only one thread uses a handle at a time, so the connection needs no lock of its own.
+    int const result = sqlite3_open_v2(path.c_str(), &connection, mode | SQLITE_OPEN_NOMUTEX, nullptr);
+    m_connection.reset(connection);
+    if (result != SQLITE_OK)
+        throw Error(connection ? sqlite3_errmsg(connection) : sqlite3_errstr(result));
+    sqlite3_busy_timeout(connection, kBusyTimeout);
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+}
+
+Database::Database(sqlite3* connection) : m_connection(connection, Leave) {
+    if (!connection)
+        throw Error("there is no connection to borrow");
+}
+
+Database::~Database() = default;
+
+void Database::Finalizer::operator()(sqlite3_stmt* statement) const noexcept {
+    sqlite3_finalize(statement);
+}
+
+} // namespace gvs

@@ -1,0 +1,48 @@
+#!/usr/bin/env bash
+# Builds and runs the host in tests/consumer/ in every way in which a host comes by the library.
+# Arguments: the source folder, the build folder, a folder to work in, the compiler.
+set -euo pipefail
+source=$1 build=$2 work=$3
+export CXX=$4
+fail() { echo "FAILED: $1"; exit 1; }
+expected='1.0.0: 2 convex loops'
+warnings=(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+rm -rf "$work" && mkdir -p "$work"
+
+build_host() { # way, CMake options
+    echo "== $1"
+    cmake -S "$source/tests/consumer" -B "$work/$1" -G Ninja -Werror=dev -DSECTRIX_SOURCE="$source" \
+        -DCMAKE_CXX_FLAGS="${warnings[*]}" "${@:2}" >"$work/$1.log"
+    ! grep -q Warning "$work/$1.log" || fail "$1: CMake warns"
+    cmake --build "$work/$1" -- -j2 >>"$work/$1.log" || { cat "$work/$1.log"; fail "$1: does not build"; }
+    [ "$("$work/$1/consumer")" = "$expected" ] || fail "$1: does not run"
+}
+
+# An installed copy works wherever it is moved to.
+cmake --install "$build" --prefix "$work/here" >/dev/null
+mkdir "$work/moved" && mv "$work/here" "$work/moved/there"
+copy=$work/moved/there
+build_host package -DSECTRIX_AS=package -DCMAKE_PREFIX_PATH="$copy"
+
+echo "== pkg-config"
+PKG_CONFIG_PATH=$(dirname "$(find "$copy" -name '*.pc')")
+export PKG_CONFIG_PATH
+read -ra flags <<<"$(pkg-config --cflags --libs ORL_Sectrix)"
+"$CXX" -std=c++17 "${warnings[@]}" "$source/tests/consumer/main.cpp" "${flags[@]}" -o "$work/pkg_config_consumer"
+libraries=$(pkg-config --variable=libdir ORL_Sectrix)
+[ "$(LD_LIBRARY_PATH=$libraries "$work/pkg_config_consumer")" = "$expected" ] || fail "pkg-config: does not run"
+[ "$(pkg-config --modversion ORL_Sectrix)" = 1.0.0 ] || fail "version in the pkg-config file"
+
+echo "== headers, each by itself"
+find "$copy/include" -name '*.h' | while read -r header; do
+    "$CXX" -std=c++17 "${warnings[@]}" -I"$copy/include" -fsyntax-only -x c++ - <<<"#include \"$header\"" ||
+        fail "$header does not compile by itself"
+done
+
+# A part of a host's own build: without tests, and without flags for the host's files.
+build_host subdirectory -DSECTRIX_AS=subdirectory
+grep -q 'command.*/consumer/main.cpp' "$work/subdirectory/compile_commands.json" || fail "no command for main.cpp"
+! grep 'command.*/consumer/main.cpp' "$work/subdirectory/compile_commands.json" | grep -q 'ffp-contract\|fvisibility' ||
+    fail "flags of ours reach the host's files"
+! grep -q 'sectrix_tests\|section_report' "$work/subdirectory/build.ninja" || fail "tests or examples in a host's build"
+build_host host-interfaces -DSECTRIX_AS=subdirectory-host-interfaces

@@ -1,0 +1,427 @@
+#include "sectrix/interfaces/dom_reader_json.h"
+#include "sectrix/records/acis_geometry.h"
+#include "sectrix/records/obj.h"
+#include "sectrix/records/parametric_reference.h"
+#include "sectrix/records/tables.h"
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+#include <thread>
+#include <unistd.h>
+
+using namespace qel;
+using namespace qel::Sectrix;
+
+namespace {
+
+std::string ReadData(std::string const& name) {
+    std::ifstream file(std::string(SECTRIX_TEST_DATA) + "/records/" + name);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/// The host's own connection, on which every statement must succeed.
+class Host {
+public:
+    explicit Host(std::string const& path) {
+        EXPECT_EQ(sqlite3_open(path.c_str(), &m_connection), SQLITE_OK);
+        Run("PRAGMA synchronous = OFF"); // these files need not outlast a power cut
+    }
+    ~Host() { EXPECT_EQ(sqlite3_close(m_connection), SQLITE_OK); }
+
+    sqlite3* Connection() const { return m_connection; }
+    void Run(std::string const& sql) const {
+        EXPECT_EQ(sqlite3_exec(m_connection, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK)
+            << sqlite3_errmsg(m_connection);
+    }
+    /// Calls `visit` with each row.
+    template <class Visit>
+    void Each(char const* sql, Visit visit) const {
+        sqlite3_stmt* row = nullptr;
+        ASSERT_EQ(sqlite3_prepare_v2(m_connection, sql, -1, &row, nullptr), SQLITE_OK);
+        while (sqlite3_step(row) == SQLITE_ROW)
+            visit(row);
+        sqlite3_finalize(row);
+    }
+
+private:
+    sqlite3* m_connection = nullptr;
+};
+
+std::wstring Text(sqlite3_stmt* row, int place) {
+    auto const* units = static_cast<char16_t const*>(sqlite3_column_text16(row, place));
+    return units ? std::wstring(units, units + sqlite3_column_bytes16(row, place) / 2) : std::wstring();
+}
+
+std::string Bytes(sqlite3_stmt* row, int place) {
+    auto const size = static_cast<std::size_t>(sqlite3_column_bytes(row, place));
+    return std::string(static_cast<char const*>(sqlite3_column_blob(row, place)), size);
+}
+
+class Records : public testing::Test {
+protected:
+    Records() { std::filesystem::create_directory(m_folder); }
+    ~Records() override { std::filesystem::remove_all(m_folder); }
+
+    std::string Path(std::string const& name) const { return (m_folder / name).string(); }
+    /// Makes a database file out of SQL and returns its path.
+    std::string Make(std::string const& name, std::string const& sql) const {
+        Host(Path(name)).Run(sql);
+        return Path(name);
+    }
+    std::string MakeFrom(std::string const& sqlFile) const { return Make(sqlFile + ".db", ReadData(sqlFile)); }
+
+    std::filesystem::path const m_folder =
+        std::filesystem::temp_directory_path() / ("sectrix_records_" + std::to_string(getpid()));
+};
+
+/// What a pull gives; or, where it raises, "! " and the reason, once it has kept what `out` held.
+template <class Record>
+std::string Pull(Record const& record, gvs::Database& database) {
+    std::string out = "old";
+    try {
+        record.PullDataFromSourceRecord(&database, out);
+    } catch (gvs::Error const& error) {
+        EXPECT_EQ(out, "old");
+        return std::string("! ") + error.what();
+    }
+    return out;
+}
+
+AcisGeometry Geometry(std::wstring const& dataGuid) {
+    return AcisGeometry({}, L"Pier", L"p", dataGuid, {}, 0, {});
+}
+
+/// Pulls every case that the database holds and compares with what the case expects.
+void PullCases(Host const& host, gvs::Database& database) {
+    int count = 0;
+    host.Each("SELECT DATA_GUID, PARENT_CLASS, PARENT_GUID, \"INDEX\", RESULT FROM SAT_CASES", [&](auto* row) {
+        AcisGeometry const record({}, Text(row, 1), Text(row, 2), Text(row, 0), {}, sqlite3_column_int(row, 3), {});
+        EXPECT_EQ(Pull(record, database), Bytes(row, 4)) << sqlite3_column_text(row, 0);
+        ++count;
+    });
+    host.Each("SELECT ID, DATA_GUID, RESULT FROM MESH_CASES", [&](auto* row) {
+        Obj const record(sqlite3_column_int64(row, 0), {}, {}, {}, {}, Text(row, 1), {});
+        EXPECT_EQ(Pull(record, database), Bytes(row, 2)) << sqlite3_column_text(row, 1);
+        ++count;
+    });
+    EXPECT_GT(count, 10);
+}
+
+TEST_F(Records, PullWhatTheRowHolds) {
+    for (auto const* schema : {"definitions.sql", "direct.sql"})
+        for (auto const* encoding : {"UTF-8", "UTF-16le", "UTF-16be"}) {
+            SCOPED_TRACE(std::string(schema) + " in " + encoding);
+            auto const path = Make(std::string(schema) + encoding,
+                                   "PRAGMA encoding = '" + std::string(encoding) + "';" + ReadData(schema));
+            Host const host(path);
+            gvs::Database borrowed(host.Connection());
+            PullCases(host, borrowed);
+            std::vector<std::thread> threads;
+            for (int i = 0; i < 4; ++i)
+                threads.emplace_back([&path] {
+                    Host const own(path);
+                    gvs::Database opened(path);
+                    for (int round = 0; round < 10; ++round)
+                        PullCases(own, opened);
+                });
+            for (auto& thread : threads)
+                thread.join();
+        }
+}
+
+TEST_F(Records, AMissingColumnOrHandleIsNoFailure) {
+    auto const path =
+        Make("thin.db", "CREATE TABLE SAT_GEOMETRIES (data_guid); CREATE TABLE SAT_DEFINITIONS (GUID);"
+                        "CREATE TABLE MESHES (NAME); INSERT INTO SAT_DEFINITIONS VALUES ('a');"
+                        "INSERT INTO MESHES VALUES ('n')");
+    gvs::Database database(path);
+    EXPECT_EQ(Pull(Geometry(L"a"), database), "");
+    EXPECT_EQ(Pull(Obj(1, {}, {}, {}, {}, {}, {}), database), "");
+
+    std::string out = "kept";
+    AcisGeometry().PullDataFromSourceRecord(nullptr, out);
+    Obj().PullDataFromSourceRecord(nullptr, out);
+    EXPECT_EQ(out, "kept");
+}
+
+TEST_F(Records, SchemaChangesBetweenPullsCount) {
+    Host const host(MakeFrom("direct.sql"));
+    Host const other(Path("direct.sql.db"));
+    gvs::Database borrowed(host.Connection());
+    gvs::Database opened(Path("direct.sql.db"));
+    auto const record = Geometry(L"d");
+    Dom steps;
+    ASSERT_TRUE(DomReaderJson::FromString(steps, ReadData("schema_changes.json").c_str(), nullptr));
+    for (auto* changing : {&host, &other})
+        for (std::uint64_t i = 0; i < steps.size(); ++i) {
+            auto const sql = steps[i]["sql"].asString({});
+            SCOPED_TRACE(sql);
+            changing->Run(sql);
+            for (auto* database : {&borrowed, &opened})
+                EXPECT_EQ(Pull(record, *database), steps[i]["pull"].asString({}));
+        }
+    // A change taken back, and another that gives the schema the same number.
+    host.Run("BEGIN; ALTER TABLE SAT_GEOMETRIES ADD COLUMN DATA_GUID");
+    EXPECT_EQ(Pull(record, borrowed), "! no such table: main.SAT_DEFINITIONS");
+    host.Run("ROLLBACK");
+    host.Run("ALTER TABLE SAT_GEOMETRIES ADD COLUMN DATA_SIZE");
+    EXPECT_EQ(Pull(record, borrowed), "400 0 1 0");
+}
+
+TEST_F(Records, NothingStaysOnABorrowedConnection) {
+    Host const host(MakeFrom("definitions.sql"));
+    sqlite3_busy_timeout(host.Connection(), 5);
+    host.Run("CREATE TEMP TABLE SAT_DEFINITIONS (GUID)"); // no part of the model
+    {
+        gvs::Database database(host.Connection());
+        EXPECT_EQ(Pull(Geometry(L"plain"), database), "400 0 1 0");
+        EXPECT_EQ(sqlite3_txn_state(host.Connection(), nullptr), SQLITE_TXN_NONE);
+        auto* const kept = sqlite3_next_stmt(host.Connection(), nullptr);
+        EXPECT_EQ(Pull(Geometry(L"zeros"), database).size(), 3u);
+        EXPECT_EQ(sqlite3_next_stmt(host.Connection(), nullptr), kept); // the same statements again
+    }
+    EXPECT_EQ(sqlite3_next_stmt(host.Connection(), nullptr), nullptr);
+    int isSet = 1;
+    sqlite3_db_config(host.Connection(), SQLITE_DBCONFIG_DEFENSIVE, -1, &isSet);
+    EXPECT_EQ(isSet, 0);
+    host.Each("PRAGMA busy_timeout", [](auto* row) { EXPECT_EQ(sqlite3_column_int(row, 0), 5); });
+}
+
+TEST_F(Records, BadDatabasesRaiseTheReason) {
+    gvs::Database good(MakeFrom("definitions.sql"));
+    auto const record = Geometry(L"plain");
+    auto const expect = [&](std::string const& path, std::string const& reason) {
+        gvs::Database bad(path);
+        EXPECT_EQ(Pull(record, bad), "! " + reason);
+        EXPECT_EQ(Pull(record, good), "400 0 1 0");
+    };
+    try {
+        gvs::Database(Path("not there.db"), gvs::Database::Access::ReadWrite);
+        ADD_FAILURE() << "opened";
+    } catch (std::runtime_error const& error) {
+        EXPECT_STREQ(error.what(), "unable to open database file");
+    }
+    EXPECT_FALSE(std::filesystem::exists(Path("not there.db")));
+
+    std::ofstream(Path("text.db")) << std::string(5000, 'x');
+    expect(Path("text.db"), "file is not a database");
+    expect(Make("empty.db", ""), "no such table: main.SAT_GEOMETRIES");
+    expect(Make("view.db", "CREATE TABLE SAT_GEOMETRIES (DATA_GUID); CREATE VIEW SAT_DEFINITIONS AS"
+                           " SELECT name AS GUID, pageno AS DATA FROM dbstat"),
+           "unsafe use of virtual table \"dbstat\"");
+
+    auto const path = Make("page.db", ReadData("definitions.sql"));
+    Host(path).Each("SELECT (rootpage - 1) * 4096 FROM sqlite_schema WHERE name = 'SAT_DEFINITIONS'",
+                    [&](auto* row) {
+                        std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+                        file.seekp(sqlite3_column_int(row, 0)) << std::string(100, '\xFF');
+                    });
+    expect(path, "database disk image is malformed");
+
+    Host const writer(Make("locked.db", ReadData("definitions.sql")));
+    gvs::Database locked(Path("locked.db"));
+    writer.Run("BEGIN EXCLUSIVE");
+    auto const start = std::chrono::steady_clock::now();
+    EXPECT_EQ(Pull(record, locked), "! database is locked");
+    EXPECT_GT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1500)); // it has waited
+    writer.Run("COMMIT");
+    EXPECT_EQ(Pull(record, locked), "400 0 1 0");
+}
+
+TEST_F(Records, FiltersAreBuiltInPostfixOrder) {
+    gvs::Database database(MakeFrom("direct.sql"));
+    mvq::Meshes meshes(&database);
+    auto const count = [&meshes](std::string const& steps) {
+        gvs::Expression filter;
+        gvs::ExprBuilder builder(filter, nullptr, nullptr);
+        for (char const step : steps)
+            if (step == 'i')
+                builder.Identifier(L"MTL");
+            else if (step == 'c')
+                builder.Constant(gvs::Value(L"x"));
+            else if (step == '=')
+                builder.CmpOp(gvs::ExprBuilder::Equal);
+            else
+                builder.BooleanOp(step == '&' ? gvs::ExprBuilder::And : gvs::ExprBuilder::LogicalOps(1));
+        EXPECT_EQ(meshes.queryIsEmpty(&filter), !steps.empty());
+        return meshes.queryCount(&filter, false);
+    };
+    EXPECT_EQ(count(""), 5);
+    for (auto const* sound : {"ic=", "ci=", "ic=ic=&", "ic=ic=&ic=&", "ic=ic=ic=&&"})
+        EXPECT_EQ(count(sound), 0) << sound;
+    for (auto const* unsound :
+         {"i", "ic", "i=", "ic=ic=", "ic=&", "ic=&ic=", "ic==", "icc=", "ic=c=", "iic==", "ic=ic=&ic", "ic=ic=|"})
+        EXPECT_THROW(count(unsound), gvs::Error) << unsound;
+    std::string deep;
+    for (int i = 0; i < 100000; ++i)
+        deep += "ic=";
+    EXPECT_THROW(count(deep + std::string(99999, '&')), gvs::Error); // too deep for SQLite, and nothing worse
+}
+
+TEST_F(Records, TablesReadColumnsAndNest) {
+    gvs::Database database(MakeFrom("direct.sql"));
+    mvq::SATGeometries outer(&database);
+    EXPECT_NE(outer.getDef()[L"index"], nullptr); // as in SQL, ASCII case does not matter
+    EXPECT_EQ(outer.getDef()[L"INDEXES"], nullptr);
+    EXPECT_FALSE(outer.readNext());
+    EXPECT_THROW(outer.isNull(L"DATA"), gvs::Error);
+    outer.querySequential(nullptr, nullptr, true);
+    EXPECT_THROW(outer.getStringValue(L"DATA"), gvs::Error);
+    int outerCount = 0;
+    int innerCount = 0;
+    for (; outer.readNext(); ++outerCount) {
+        mvq::SATGeometries inner(&database); // the same statements at once
+        inner.querySequential(nullptr, nullptr, true);
+        while (inner.readNext())
+            ++innerCount;
+    }
+    EXPECT_EQ(outerCount, 11);
+    EXPECT_EQ(innerCount, 11 * 11);
+    EXPECT_FALSE(outer.readNext());
+
+    outer.querySequential(7);
+    ASSERT_TRUE(outer.readNext());
+    EXPECT_EQ(outer.getInt64Value(mvq::DbTable::_ID()), 7);
+    EXPECT_EQ(outer.getInt64Value(L"INDEX"), 4294967289);
+    EXPECT_EQ(outer.getInt32Value(L"INDEX"), -7);
+    EXPECT_EQ(outer.getDoubleValue(L"INDEX"), 4294967289.0);
+    EXPECT_TRUE(outer.getBooleanValue(L"INDEX"));
+    EXPECT_TRUE(outer.isNull(L"XFORM"));
+    EXPECT_EQ(outer.getStringValue(L"XFORM"), nullptr);
+    auto const* parent = outer.getStringValue(L"PARENT_CLASS");
+    EXPECT_STREQ(outer.getDateTimeValue(L"DATA"), L"not -7");
+    EXPECT_STREQ(parent, L"Pier"); // the texts of a row live side by side
+    EXPECT_THROW(outer.isNull(L"NONE"), gvs::Error);
+    EXPECT_FALSE(outer.readNext());
+}
+
+TEST_F(Records, BlobsAreStoredInTheCurrentRow) {
+    auto const path = MakeFrom("direct.sql");
+    gvs::Database database(path, gvs::Database::Access::ReadWrite);
+    Obj const record(7, {}, {}, {}, {}, {}, {});
+    {
+        mvq::Meshes meshes(&database);
+        EXPECT_THROW(meshes.setData("a", 1), gvs::Error); // no row
+        meshes.querySequential(7);
+        ASSERT_TRUE(meshes.readNext());
+        meshes.setData("a\0b", 3);
+        meshes.setMtl(nullptr, 0);
+        EXPECT_THROW(meshes.setData("a", -1), gvs::Error);
+        EXPECT_THROW(meshes.setBlob(L"NONE", "a", 1), gvs::Error);
+        EXPECT_FALSE(meshes.readNext());
+    }
+    EXPECT_EQ(Pull(record, database), std::string("a\0b", 3));
+    Host(path).Each("SELECT count(*) FROM MESHES WHERE DATA = x'610062' OR MTL = x''",
+                    [](auto* row) { EXPECT_EQ(sqlite3_column_int(row, 0), 1); });
+
+    gvs::Database readOnly(path);
+    mvq::Meshes meshes(&readOnly);
+    meshes.querySequential(7);
+    ASSERT_TRUE(meshes.readNext());
+    EXPECT_THROW(meshes.setData("c", 1), gvs::Error);
+    EXPECT_THROW(meshes.setValue(L"NAME", L"n"), gvs::Error);
+    EXPECT_THROW(meshes.remove(std::int64_t{7}), gvs::Error);
+}
+
+/// A table whose blob has the size that the test says, and which counts how often it is asked.
+class FakeTable : public mvq::SATDefinitions {
+public:
+    using mvq::SATDefinitions::SATDefinitions;
+    unsigned char const* getBlob(wchar_t const*, int* size) const override {
+        ++m_calls;
+        EXPECT_EQ(*size, 0);
+        *size = m_size;
+        return reinterpret_cast<unsigned char const*>("abc");
+    }
+    int m_size = 0;
+    mutable int m_calls = 0;
+};
+
+TEST_F(Records, ABlobIsReadByItsSize) {
+    gvs::Database database(MakeFrom("definitions.sql"));
+    FakeTable table(&database);
+    EXPECT_EQ(getBlobText(table, L"NONE"), "");
+    EXPECT_EQ(table.m_calls, 0);
+    EXPECT_EQ(getBlobText(table, L"DATA"), "");
+    table.m_size = 3;
+    EXPECT_EQ(getBlobText(table, L"DATA"), "abc");
+    table.m_size = -1;
+    EXPECT_THROW(getBlobText(table, L"DATA"), std::length_error);
+}
+
+std::vector<std::wstring> Texts(AcisGeometry const& record) {
+    return {record.Guid(), record.ParentClass(), record.ParentGuid(), record.DataGuid(), record.Category()};
+}
+std::vector<std::wstring> Texts(Obj const& record) {
+    return {record.Key(), record.Name(), record.ParentID(), record.ParentClass(), record.DataGuid()};
+}
+std::vector<std::wstring> Texts(ParametricReference const& record) {
+    return {record.Path(), record.ParametricType(), record.Data()};
+}
+
+/// The record must have the texts "1", "2" and so on in the order of its constructor, and a transform with a 9.
+template <class Record>
+void CheckValue(Record record) {
+    auto const texts = Texts(record);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        EXPECT_EQ(texts[i], std::to_wstring(i + 1));
+    auto const holds = [](Record const& other, std::vector<std::wstring> const& expected) {
+        return Texts(other) == expected && other.Transform()[12] == 9.0;
+    };
+    std::vector<std::wstring> const none(texts.size());
+    auto& self = record;
+    record = self;
+    record = std::move(self);
+    Record moved(std::move(record));
+    EXPECT_TRUE(holds(moved, texts) && holds(record, none));
+    record = std::move(moved);
+    EXPECT_TRUE(holds(record, texts) && holds(moved, none));
+    moved = record;
+    EXPECT_TRUE(holds(record, texts) && holds(moved, texts));
+}
+
+TEST_F(Records, AreValues) {
+    AcisGeometry const plainGeometry;
+    EXPECT_EQ(Texts(plainGeometry), std::vector<std::wstring>(5));
+    EXPECT_EQ(plainGeometry.Index(), 0);
+    EXPECT_EQ(plainGeometry.Transform().m_elements, (Mat<4, double>::Identity()));
+    Obj const plainObject;
+    EXPECT_EQ(Texts(plainObject), std::vector<std::wstring>(5));
+    EXPECT_EQ(plainObject.ID(), -1);
+    EXPECT_EQ(plainObject.Transform().m_elements, (Mat<4, double>::Identity()));
+
+    Mat<4, double> transform;
+    transform[12] = 9.0;
+    AcisGeometry geometry(L"1", L"2", L"3", L"4", transform, -3, L"5");
+    CheckValue(geometry);
+    AcisGeometry const takenGeometry(std::move(geometry));
+    EXPECT_TRUE(takenGeometry.Index() == -3 && geometry.Index() == -3);
+    geometry.SetGuid(L"1");
+    geometry.SetParentClass(L"2");
+    geometry.SetParentGuid(L"3");
+    geometry.SetDataGuid(L"4");
+    geometry.SetCategory(L"5");
+    geometry.SetGuid(geometry.Guid());
+    CheckValue(geometry);
+
+    Obj object(5, L"1", L"2", L"3", L"4", L"5", transform);
+    CheckValue(object);
+    Obj const takenObject(std::move(object));
+    EXPECT_TRUE(takenObject.ID() == 5 && object.ID() == 5);
+    object.SetKey(L"1");
+    object.SetName(L"2");
+    object.SetParentID(L"3");
+    object.SetParentClass(L"4");
+    object.SetDataGuid(L"5");
+    CheckValue(object);
+
+    ParametricReference reference(L"2", L"1", L"3", transform);
+    reference.SetPath(reference.ParametricType());
+    reference.SetParametricType(L"2");
+    CheckValue(reference);
+}
+
+} // namespace
