@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds and tests the project: installs what is missing, then runs all tests as a release with GCC and under the
-# sanitizers with Clang, and checks the formatting.
+# sanitizers with Clang, and checks formatting and sources.
 set -euo pipefail
 cd "$(dirname "$0")"
 cmake/install-packages.sh
@@ -16,3 +16,6 @@ for preset in release check; do
     cmake --build --preset $preset
     ctest --preset $preset -j "$(nproc)"
 done
+
+echo "== clang-tidy"
+git ls-files -z -- 'src/*.cpp' 'examples/*.cpp' | xargs -0 -n 2 -P "$(nproc)" clang-tidy -p build/check --quiet
