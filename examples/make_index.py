@@ -31,6 +31,8 @@ pre { overflow-x: auto; padding: 0.8rem; background: #fff; border: 1px solid #dd
 HOSTS = {  # in the order of the page
     "sections": ("Sections and blends", "Documents of outlines, cut into convex loops, and the sections between two. "
                  "The numbers of each section and the documents written back are on the"),
+    "meshes": ("Meshes and extrusions", "Imported models with near positions merged, and parts made of polylines. The "
+               "numbers are on the"),
     "records": ("Records", "Stored geometry, pulled from a model database in each of its two schemas."),
 }
 
@@ -42,9 +44,9 @@ def title(svg):
 
 
 def input_of(svg):
-    """A link to the document that the picture was made from, which gives its file the first part of its name."""
-    document = svg.name.split("_")[0].removesuffix("-blend") + ".json"
-    return f'<br><a href="data/{document}">{document}</a>' if (demo / "data" / document).exists() else ""
+    """A link to the file that the picture was made from: "pier_1_stem.svg" or "1-pier.svg" from one called "pier"."""
+    stem = re.sub(r"^\d+-", "", svg.stem.split("_")[0]).removesuffix("-blend")
+    return "".join(f'<br><a href="data/{file.name}">{file.name}</a>' for file in (demo / "data").glob(f"{stem}.*"))
 
 
 def part(folder, heading, text):
