@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Builds and tests the project: installs what is missing, checks the formatting, then runs all tests as a release with
-# GCC and under the sanitizers with Clang, the hostile corpus on four threads under the thread sanitizer, compares the
-# answers of six builds to the last bit, and looks ten seconds a target for input that breaks anything.
+# Builds and tests the project: installs what is missing, checks the formatting, runs all tests as a release with GCC
+# and under the sanitizers with Clang, checks the sources, runs the hostile corpus on four threads under the thread
+# sanitizer, compares the answers of six builds to the last bit, and looks ten seconds a target for input that breaks
+# anything.
 set -euo pipefail
 cd "$(dirname "$0")"
 cmake/install-packages.sh
@@ -17,6 +18,9 @@ for preset in release check; do
     cmake --build --preset $preset
     ctest --preset $preset -j "$(nproc)"
 done
+
+echo "== clang-tidy"
+git ls-files -z -- 'src/*.cpp' 'examples/*.cpp' | xargs -0 -n 2 -P "$(nproc)" clang-tidy -p build/check --quiet
 
 echo "== threads"
 cmake --preset threads >/dev/null

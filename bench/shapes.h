@@ -232,6 +232,62 @@ inline Shape NotchedCircle(std::size_t corners) {
     return shape;
 }
 
+/// A circle whose holes are small stars on a grid in its core.
+inline Shape CircleWithHoles(Random& random, std::size_t corners, std::size_t holes) {
+    auto shape = StarWithHoles(random, corners, holes);
+    for (std::size_t i = 0; i < corners; ++i) {
+        double const angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(corners);
+        shape.points[i] = {200 * std::cos(angle), 200 * std::sin(angle)};
+    }
+    return shape;
+}
+
+/// A girder of two flanges and a web, with haunches.
+inline Shape Girder() {
+    Shape shape;
+    shape.AddLoop({{0, 0},
+                   {26, 0},
+                   {26, 8},
+                   {17, 17},
+                   {17, 40},
+                   {23, 46},
+                   {23, 54},
+                   {3, 54},
+                   {3, 46},
+                   {9, 40},
+                   {9, 17},
+                   {0, 8}});
+    return shape;
+}
+
+/// A girder of nine vertices, which has a slab and a web.
+inline Shape NineGirder() {
+    Shape shape;
+    shape.AddLoop({{0, 0}, {4, 0}, {4, 1}, {2.5, 1.25}, {2.5, 4}, {3, 5}, {1, 5}, {1.5, 4}, {1.5, 1.25}});
+    return shape;
+}
+
+/// A bridge deck with cantilevers over chamfered cells side by side.
+inline Shape Box(int cells) {
+    Shape shape;
+    double const width = cells * 5 + 2;
+    shape.AddLoop(
+        {{2, 0}, {width - 2, 0}, {width, 2.2}, {width + 3, 2.4}, {width + 3, 2.7}, {-3, 2.7}, {-3, 2.4}, {0, 2.2}});
+    for (int cell = 0; cell < cells; ++cell) {
+        double const x = 1.3 + cell * 5;
+        shape.AddLoop({{x + .5, .3},
+                       {x + 3.5, .3},
+                       {x + 4, .8},
+                       {x + 4, 1.9},
+                       {x + 3.5, 2.3},
+                       {x + .5, 2.3},
+                       {x, 1.9},
+                       {x, .8}},
+                      true);
+    }
+    return shape;
+}
+
 /// A comb whose teeth are long, thin and leaning.
 inline Shape LeaningComb(std::size_t teeth) {
     Shape shape;

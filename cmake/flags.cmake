@@ -27,6 +27,8 @@ function(sectrix_library name)
     set_property(GLOBAL APPEND PROPERTY SECTRIX_LIBRARIES ${name})
     add_library(ORL_Sectrix::${name} ALIAS ${name})
     target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:sectrix_flags>)
+    # A library's calls of its own exported functions are bound to them, and may be inlined.
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-fno-semantic-interposition>)
     target_compile_features(${name} PUBLIC cxx_std_17)
     set_target_properties(${name} PROPERTIES
         CXX_VISIBILITY_PRESET hidden

@@ -1,4 +1,4 @@
-#include "plain_alignment.h"
+#include "../tests/plain_alignment.h"
 #include "result.h"
 #include "target.h"
 
@@ -108,7 +108,8 @@ std::string RunAlignment(std::string const& bytes) {
         CrossSections const blend(ours[0], ours[1], ratio, convex);
         auto const blended = WholeText(blend);
         if (!first.Items().empty())
-            Require(blended == WholeText(plain::Blender(twins[0], twins[1], ratio, convex).Set()), "the blend");
+            Require(sectrix_tests::SetText(blend) == plain::BlendText(twins[0], twins[1], ratio, convex),
+                    "the blend");
         Require(WholeText(ours[0]) == WholeText(twins[0]) && WholeText(ours[1]) == WholeText(twins[1]),
                 "what blending builds");
         text += (isSame ? "same\n" : "other\n") + blended;

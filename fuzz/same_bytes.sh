@@ -15,7 +15,7 @@ printf '#include "../../%s"\n' "${sources[@]}" >$folder/all.cpp
 
 one() {
     local compiler=$1 level=$2 program=$folder/$1$2
-    "$compiler" -std=c++17 "$level" -ffp-contract=off -Isrc $folder/all.cpp -o "$program" -lsimdjson -lsqlite3 -pthread
+    "$compiler" -std=c++17 "$level" -ffp-contract=off -Isrc -DSECTRIX_TEST_DATA='"tests/data"' $folder/all.cpp -o "$program" -lsimdjson -lsqlite3 -pthread
     { "$program" 1 all fuzz/corpus && "$program" 1 section_document examples/data tests/data/sections; } |
         sha256sum | sed "s/-/$compiler $level/"
 }

@@ -45,35 +45,28 @@ CrossSections MakeSet(Draft const& draft) {
     return set;
 }
 
-/// \param naming  0 none, 1 all different, 2 few letters, 3 the same in all sections, 4 only holes, 5 one a ring, 6
-///                the same exterior names in all sections
-std::string Name(shapes::Random& random, int naming, int section, int ring, int corner) {
-    auto const place = std::to_string(ring) + "." + std::to_string(corner);
-    if (naming == 1 || (naming == 4 && ring > 0) || (naming == 5 && corner == 0))
-        return std::to_string(section) + ":" + place;
-    if (naming == 2)
-        return std::string("ABC").substr(std::size_t(Below(random, 4)), 1);
-    return naming == 3 || (naming == 6 && ring == 0) ? place : "";
-}
-
-/// Rings with holes in them; rings, holes and sections are as many as lie on both sides of each threshold.
+/// Rings with holes in them; rings, holes and sections are as many as lie on both sides of each threshold. Names:
+/// none, all different, few letters, the same in all sections, only in holes, one in a ring, the same in exterior
+/// loops only.
 Draft MakeDraft(shapes::Random& random) {
-    int const naming = Below(random, 7);
-    int const counts[] = {1, 2, 3, 31, 32, 40};
-    int const count = counts[Below(random, 6)];
-    int const sizes[] = {3, 4, 5, 0, 47, 48, 60};
-    int const size = sizes[Below(random, count > 3 ? 3 : 7)];
+    int const naming = Below(random, 7), counts[] = {1, 2, 3, 31, 32, 40}, count = counts[Below(random, 6)];
+    int const sizes[] = {3, 4, 5, 0, 47, 48, 60}, size = sizes[Below(random, count > 3 ? 3 : 7)];
     int const holeCounts[] = {0, 1, 2, 3, 31, 32, 36};
     int const holes = holeCounts[Below(random, size > 5 ? 2 : count > 3 ? 4 : 7)];
     Draft draft(std::size_t(count), std::vector<Ring>(std::size_t(holes + 1)));
     for (int s = 0; s < count; ++s)
         for (int r = 0; r <= holes; ++r) {
-            auto const holeSize = std::size_t(3 + (naming == 6 ? Below(random, 3) : 0));
-            auto& ring = draft[std::size_t(s)][std::size_t(r)];
-            for (auto const& [x, y] : r == 0
-                                          ? shapes::Star(random, std::size_t(size), 0, 0, 9, 10)
-                                          : shapes::Star(random, holeSize, Below(random, 9) - 4, r % 7 - 3, .1, .4))
-                ring.push_back({Name(random, naming, s % 35, r, int(ring.size())), {x, y}});
+            double const x = r ? Below(random, 9) - 4 : 0, y = r ? r % 7 - 3 : 0, radius = r ? 0.4 : 10;
+            int const corners = r == 0 ? size : 3 + (naming == 6 ? Below(random, 3) : 0);
+            for (auto const& corner : shapes::Star(random, std::size_t(corners), x, y, radius - 0.3, radius)) {
+                auto& ring = draft[std::size_t(s)][std::size_t(r)];
+                auto const place = std::to_string(r) + "." + std::to_string(ring.size());
+                auto const own = std::to_string(s % 35) + ":" + place;
+                auto const letter = std::string("ABC").substr(std::size_t(Below(random, 4)), 1);
+                std::string const names[] = {
+                    "", own, letter, place, r > 0 ? own : "", ring.empty() ? own : "", r == 0 ? place : ""};
+                ring.push_back({names[naming], {corner.x, corner.y}});
+            }
         }
     return draft;
 }
@@ -121,7 +114,7 @@ TEST(Alignment, AnswersAsTheTwinDoes) {
     shapes::Random random(3);
     int answers[2][2] = {};
     CSPositions const unnamed = MakeSet({}).Positions();
-    for (int round = 0; round < 1500 && !HasFatalFailure(); ++round) {
+    for (int round = 0; round < 800 && !HasFatalFailure(); ++round) {
         SCOPED_TRACE(round);
         auto const draft = MakeDraft(random);
         auto const firstDraft = Twist(random, draft, false), secondDraft = Twist(random, draft, round % 4 != 0);
@@ -167,7 +160,7 @@ TEST(Alignment, AnswersAsTheTwinDoes) {
         }
     }
     for (int const count : {answers[0][0], answers[0][1], answers[1][0], answers[1][1]})
-        EXPECT_GT(count, 200) << "the twin says yes and no";
+        EXPECT_GT(count, 90) << "the twin says yes and no";
 }
 
 /// A letter is a name, a dot none; x counts the corners.
@@ -225,19 +218,10 @@ TEST(Alignment, OfMany) {
     }
 }
 
-std::string PlainText(CrossSections const& set) {
-    std::ostringstream text;
-    bool found = false;
-    for (int i = 0; i < set.Positions().Count(); ++i) {
-        auto const& position = set.Positions().GetPosition(std::uint64_t(i), found);
-        text << (i ? ", " : "") << position.Position()[0] << ' ' << position.Position()[1]
-             << (position.Name().empty() ? "" : " ") << position.Name();
-    }
-    for (auto const& section : set.Items())
-        text << " / " << SectionText(section);
-    for (auto const& [key, value] : set.Parameters())
-        text << " / " << key << ' ' << value;
-    return text.str();
+CrossSections Read(Dom const& document) {
+    CrossSections set;
+    set.From(document);
+    return set;
 }
 
 TEST(Blending, OfTwoDocuments) {
@@ -245,22 +229,20 @@ TEST(Blending, OfTwoDocuments) {
     for (std::size_t i = 0; i < cases.size(); ++i) {
         auto const& test = cases[i];
         SCOPED_TRACE(test["case"].asString(""));
-        CrossSections first, second;
-        first.From(test["first"]);
-        second.From(test["second"]);
-        auto const before = PlainText(first);
+        auto first = Read(test["first"]);
+        auto const second = Read(test["second"]);
         for (std::size_t j = 0; j < 2 * test["blends"].size(); ++j) { // in the second round the first is cut
             auto const& blend = test["blends"][j / 2];
-            CrossSections const result(first, second, blend[0].asDouble(-1), false);
-            EXPECT_EQ(PlainText(result), blend[1].asString("")) << blend[0].asDouble(-1);
+            auto const text = SetText(CrossSections(first, second, blend[0].asDouble(-1), false));
+            EXPECT_EQ(text, SetText(Read(blend[1]))) << blend[0].asDouble(-1);
             for (auto const& section : first.Items()) {
                 section.ConvexLoops();
                 EXPECT_EQ(section.AddedVertices().size(), std::size_t(test["added"].asInt(0)));
             }
         }
-        EXPECT_EQ(PlainText(CrossSections(first, first, 0.25, true)), before) << "the blend with itself";
+        EXPECT_EQ(SetText(CrossSections(first, first, 0.25, true)), SetText(Read(test["first"]))) << "with itself";
         first.ResetConvexLoops();
-        EXPECT_EQ(PlainText(first), before);
+        EXPECT_EQ(SetText(first), SetText(Read(test["first"])));
     }
 }
 

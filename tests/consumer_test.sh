@@ -5,14 +5,14 @@ set -euo pipefail
 source=$1 build=$2 work=$3
 export CXX=$4
 fail() { echo "FAILED: $1"; exit 1; }
-expected='1.0.0: 2 convex loops'
+expected=$'no such table: main.MESHES\n1.0.0: 2 convex loops'
 warnings=(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 rm -rf "$work" && mkdir -p "$work"
 
 build_host() { # way, CMake options
     echo "== $1"
-    cmake -S "$source/tests/consumer" -B "$work/$1" -G Ninja -Werror=dev -DSECTRIX_SOURCE="$source" \
-        -DCMAKE_CXX_FLAGS="${warnings[*]}" "${@:2}" >"$work/$1.log"
+    cmake -S "$source/tests/consumer" -B "$work/$1" -G Ninja -Werror=dev \
+        -DCMAKE_CXX_FLAGS="${warnings[*]}" "${@:2}" >"$work/$1.log" 2>&1
     ! grep -q Warning "$work/$1.log" || fail "$1: CMake warns"
     cmake --build "$work/$1" -- -j2 >>"$work/$1.log" || { cat "$work/$1.log"; fail "$1: does not build"; }
     [ "$("$work/$1/consumer")" = "$expected" ] || fail "$1: does not run"
@@ -23,6 +23,15 @@ cmake --install "$build" --prefix "$work/here" >/dev/null
 mkdir "$work/moved" && mv "$work/here" "$work/moved/there"
 copy=$work/moved/there
 build_host package -DSECTRIX_AS=package -DCMAKE_PREFIX_PATH="$copy"
+
+echo "== README"
+mkdir "$work/readme"
+block() { awk -v fence="\`\`\`$1" '$0 == fence { inside = 1; next } /^```/ { inside = 0 } inside' "$source/README.md"; }
+block cpp >"$work/readme/main.cpp"
+block cmake >"$work/readme/CMakeLists.txt"
+cmake -S "$work/readme" -B "$work/readme/build" -DCMAKE_PREFIX_PATH="$copy" >/dev/null
+cmake --build "$work/readme/build" >/dev/null
+diff <("$work/readme/build/host") <(block text) || fail "the README's host does not print what stands there"
 
 echo "== pkg-config"
 PKG_CONFIG_PATH=$(dirname "$(find "$copy" -name '*.pc')")
@@ -40,9 +49,9 @@ find "$copy/include" -name '*.h' | while read -r header; do
 done
 
 # A part of a host's own build: without tests, and without flags for the host's files.
-build_host subdirectory -DSECTRIX_AS=subdirectory
+build_host subdirectory -DSECTRIX_AS=subdirectory -DSECTRIX_SOURCE="$source"
 grep -q 'command.*/consumer/main.cpp' "$work/subdirectory/compile_commands.json" || fail "no command for main.cpp"
 ! grep 'command.*/consumer/main.cpp' "$work/subdirectory/compile_commands.json" | grep -q 'ffp-contract\|fvisibility' ||
     fail "flags of ours reach the host's files"
 ! grep -q 'sectrix_tests\|section_report' "$work/subdirectory/build.ninja" || fail "tests or examples in a host's build"
-build_host host-interfaces -DSECTRIX_AS=subdirectory-host-interfaces
+build_host host-interfaces -DSECTRIX_AS=subdirectory-host-interfaces -DSECTRIX_SOURCE="$source"

@@ -1,6 +1,6 @@
 #include "plain_cutting.h"
 #include "section_text.h"
-#include "shapes.h"
+#include "shape_set.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +10,7 @@
 using namespace qel;
 using namespace qel::Sectrix;
 using namespace sectrix_tests;
+using shapes::MakeSet;
 
 namespace {
 
@@ -32,20 +33,6 @@ public:
             }
     }
 };
-
-CrossSections MakeSet(shapes::Shape const& shape) {
-    CSPositions pool;
-    for (auto const& point : shape.points)
-        pool.AddPosition({point.x, point.y});
-    CrossSections set(pool, false);
-    auto& section = set.GetItems()[0];
-    for (std::size_t i = 0; i < shape.loops.size(); ++i) {
-        auto& loop = i == 0 ? section.GetExteriorLoop() : section.AddInteriorLoop();
-        for (int index : shape.loops[i])
-            loop.AddVertex(index, true);
-    }
-    return set;
-}
 
 plain::Cutter MakeTwin(shapes::Shape const& shape) {
     plain::Cutter twin;
@@ -118,6 +105,39 @@ void Distort(shapes::Random& random, shapes::Shape& shape) {
         auto& point =
             shape.points[static_cast<std::size_t>(shapes::Below(random, static_cast<int>(shape.points.size())))];
         (shapes::Below(random, 2) ? point.x : point.y) = oddities[shapes::Below(random, 7)];
+    }
+}
+
+/// A shape that may take every index: rings on both sides of 128 vertices, which is where they get a tree, and
+/// holes and edges on both sides of 40,000 pairs, where the edges get one.
+shapes::Shape LargeShape(shapes::Random& random, int kind) {
+    auto const size = static_cast<std::size_t>(100 + shapes::Below(random, 120));
+    switch (kind) {
+    case 0:
+        return shapes::StarWithHoles(random, size, static_cast<std::size_t>(shapes::Below(random, 90)));
+    case 1:
+        return shapes::GridPlate(random, 20 + shapes::Below(random, 30)); // its holes touch and overlap
+    case 2:
+        return shapes::Plate(size / 8, static_cast<std::size_t>(1 + shapes::Below(random, 9)));
+    case 3:
+        return shapes::Garbage(random, static_cast<int>(2 * size), 3 + shapes::Below(random, 40));
+    case 4:
+        return shapes::Coast(random, size, size / 20);
+    case 5:
+        return shapes::LeaningComb(size / 2);
+    default:
+        return shapes::NotchedCircle(size);
+    }
+}
+
+TEST(Cutting, AnswersAsTheTwinDoesOnLargeShapes) {
+    shapes::Random random(4);
+    for (int round = 0; round < 140 && !::testing::Test::HasFatalFailure(); ++round) {
+        SCOPED_TRACE(round);
+        auto shape = LargeShape(random, round % 7);
+        if (round % 2)
+            Distort(random, shape);
+        ExpectSameAsTwin(shape);
     }
 }
 

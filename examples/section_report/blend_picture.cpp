@@ -65,8 +65,9 @@ std::string DrawSideBySide(std::vector<Station> const& stations, std::string con
     svg.Text({kMargin, 32}, title, "title");
     double scale = 1.0;
     for (std::size_t i = 0; i < stations.size(); ++i) {
+        std::size_t const row = i / columns;
         Point const corner{kMargin + static_cast<double>(i % columns) * (kCell + kGap),
-                           kTop + static_cast<double>(i / columns) * (height + kCaption)};
+                           kTop + static_cast<double>(row) * (height + kCaption)};
         View const view(frame.m_low, frame.m_high, corner, {kCell, height});
         DrawConvexLoops(svg, *stations[i].m_section, view);
         svg.Text({corner.x + kCell / 2, corner.y + height + 20}, stations[i].m_caption, "dimension-text", "middle");

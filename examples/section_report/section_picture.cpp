@@ -168,6 +168,7 @@ Layout::Layout(qel::BBox<2, double> const& box, Content const& content) {
 
 std::vector<Segment> ToPicture(std::vector<Segment> const& segments, View const& view) {
     std::vector<Segment> picture;
+    picture.reserve(segments.size());
     for (auto const& [from, to] : segments)
         picture.emplace_back(view(from), view(to));
     return picture;

@@ -74,11 +74,14 @@ Dom& Dom::operator=(Dom&& other) noexcept {
 }
 
 Dom::~Dom() {
-    if (IsShallow())
-        return;
-    // Goes down the tree with the way back stored in the slots of the children on that way, so that neither the
-    // stack nor the heap grows: `node` is the container being emptied, `parent` the one above it, and the last slot
-    // of each container above holds the container above that.
+    if (!IsShallow())
+        Dismantle();
+}
+
+/// Empties the node down the tree with the way back stored in the slots of the children on that way, so that
+/// neither the stack nor the heap grows: `node` is the container being emptied, `parent` the one above it, and the
+/// last slot of each container above holds the container above that.
+void Dom::Dismantle() noexcept {
     Dom node(std::move(*this));
     Dom parent;
     for (;;) {
@@ -103,10 +106,19 @@ Dom::~Dom() {
 
 bool Dom::IsShallow() const noexcept {
     if (auto const* elements = std::get_if<Elements>(&m_value))
-        return std::all_of(elements->begin(), elements->end(), [](Dom const& child) { return child.size() == 0; });
-    auto const& members = objects();
-    return std::all_of(members.begin(), members.end(),
-                       [](auto const& member) { return member.second.size() == 0; });
+        return std::all_of(elements->begin(), elements->end(),
+                           [](Dom const& child) { return child.IsChildless(); });
+    if (auto const* members = std::get_if<Members>(&m_value))
+        return std::all_of(members->begin(), members->end(),
+                           [](auto const& member) { return member.second.IsChildless(); });
+    return true;
+}
+
+bool Dom::IsChildless() const noexcept {
+    if (auto const* elements = std::get_if<Elements>(&m_value))
+        return elements->empty();
+    auto const* members = std::get_if<Members>(&m_value);
+    return !members || members->empty();
 }
 
 Dom* Dom::LastChild() noexcept {
@@ -146,7 +158,8 @@ Dom const& Dom::At(std::uint64_t index) const noexcept {
 std::uint64_t Dom::size() const noexcept {
     if (auto const* elements = std::get_if<Elements>(&m_value))
         return elements->size();
-    return objects().size();
+    auto const* members = std::get_if<Members>(&m_value);
+    return members ? members->size() : 0;
 }
 
 bool Dom::isArray() const noexcept {

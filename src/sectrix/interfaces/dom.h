@@ -130,8 +130,10 @@ private:
     /// The last element or the value of the last member; null when there is none.
     Dom* LastChild() noexcept;
     void DropLastChild() noexcept;
+    bool IsChildless() const noexcept;
     /// True when no child has children.
     bool IsShallow() const noexcept;
+    void Dismantle() noexcept;
 
     /// The kind of the node and its value; a fresh node holds no value.
     std::variant<std::monostate, bool, std::int64_t, double, std::string, Elements, Members> m_value;

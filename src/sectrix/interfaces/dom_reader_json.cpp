@@ -8,34 +8,16 @@ namespace qel {
 
 namespace {
 
-/// The number of children. The parser's own count stops at 2^24 - 1.
+/// The number of children, of which the parser keeps count up to a limit.
 template <class Container>
 std::size_t Count(Container const& source) {
+    std::size_t const limit = 0xFFFFFF;
+    if (source.size() < limit)
+        return source.size();
     std::size_t count = 0;
     for (auto child = source.begin(); child != source.end(); ++child)
         ++count;
     return count;
-}
-
-std::string ToString(std::string_view text) {
-    return std::string(text);
-}
-
-Dom MakeLeaf(simdjson::dom::element const& source) {
-    switch (source.type()) {
-    case simdjson::dom::element_type::BOOL:
-        return Dom(source.get_bool().value_unsafe());
-    case simdjson::dom::element_type::INT64:
-        return Dom(source.get_int64().value_unsafe());
-    case simdjson::dom::element_type::UINT64:
-        return Dom(static_cast<double>(source.get_uint64().value_unsafe()));
-    case simdjson::dom::element_type::DOUBLE:
-        return Dom(source.get_double().value_unsafe());
-    case simdjson::dom::element_type::STRING:
-        return Dom(ToString(source.get_string().value_unsafe()));
-    default:
-        return Dom();
-    }
 }
 
 } // namespace
@@ -60,11 +42,31 @@ struct DomReaderJson::Builder {
         return root;
     }
 
+    /// Makes a leaf of a fresh node, or lists a container.
     void Begin(simdjson::dom::element const& source, Dom& target) {
-        if (source.is_array() || source.is_object())
+        switch (source.type()) {
+        case simdjson::dom::element_type::ARRAY:
+        case simdjson::dom::element_type::OBJECT:
             m_open.emplace_back(source, &target);
-        else
-            target = MakeLeaf(source);
+            break;
+        case simdjson::dom::element_type::BOOL:
+            target.m_value = source.get_bool().value_unsafe();
+            break;
+        case simdjson::dom::element_type::INT64:
+            target.m_value = source.get_int64().value_unsafe();
+            break;
+        case simdjson::dom::element_type::UINT64:
+            target.m_value = static_cast<double>(source.get_uint64().value_unsafe());
+            break;
+        case simdjson::dom::element_type::DOUBLE:
+            target.m_value = source.get_double().value_unsafe();
+            break;
+        case simdjson::dom::element_type::STRING:
+            target.m_value.emplace<std::string>(source.get_string().value_unsafe());
+            break;
+        case simdjson::dom::element_type::NULL_VALUE:
+            break;
+        }
     }
 
     void FillArray(simdjson::dom::array const& source, Dom& target) {

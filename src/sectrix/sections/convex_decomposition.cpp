@@ -35,10 +35,14 @@ void CrossSection::Build() const {
 void CrossSection::BuildConvexLoops() const {
     auto const count = m_convexLoops.size();
     auto const limit = static_cast<std::size_t>(m_positions->Count());
-    RingCutter cutter;
-    std::vector<Vertex> pieces; // all pieces, one behind the other
-    std::vector<std::size_t> ends;
-    std::vector<Vec<2, double>> points;
+    Scratch scratch;
+    RingCutter cutter(scratch.Resource());
+    Scratch::List<Vertex> pieces(scratch.Resource()); // all pieces, one behind the other
+    Scratch::List<std::size_t> ends(scratch.Resource());
+    Scratch::List<Vec<2, double>> points(scratch.Resource());
+    std::size_t const outlineSize = count > 0 ? m_convexLoops[0].m_vertices.size() : 0;
+    pieces.reserve(3 * outlineSize); // each cut leaves a vertex less and doubles two
+    ends.reserve(outlineSize);
     for (std::size_t entry = 0; entry < count && count + ends.size() < limit; ++entry) {
         auto& vertices = m_convexLoops[entry].m_vertices;
         if (vertices.size() <= 3)
@@ -54,12 +58,12 @@ void CrossSection::BuildConvexLoops() const {
             ends.push_back(pieces.size());
         }
         if (ends.size() > endsBefore) {
-            vertices = cutter.Rest();
+            cutter.CopyRest(vertices);
             m_convexLoops[entry].Touch();
         }
     }
 
-    m_convexLoops.reserve(count + ends.size());
+    ReserveConvexLoops(count + ends.size());
     auto begin = pieces.begin();
     for (auto const end : ends) {
         auto const next = pieces.begin() + static_cast<std::ptrdiff_t>(end);
@@ -68,26 +72,42 @@ void CrossSection::BuildConvexLoops() const {
     }
 }
 
+/// Makes room in the list. On its own it would copy the vertices of all its loops, which have no move.
+void CrossSection::ReserveConvexLoops(std::size_t size) const {
+    if (size <= m_convexLoops.capacity())
+        return;
+    std::vector<Loop> loops;
+    loops.reserve(size);
+    for (auto& loop : m_convexLoops) {
+        auto& taken = loops.emplace_back(*loop.m_positions, false);
+        taken.m_vertices.swap(loop.m_vertices);
+        taken.m_leftMost = loop.m_leftMost;
+    }
+    m_convexLoops.swap(loops);
+}
+
 bool CrossSection::BuildConvexLoop(std::uint64_t index) const {
     bool const isListFull = m_convexLoops.size() >= static_cast<std::size_t>(m_positions->Count());
     if (index >= m_convexLoops.size() || isListFull)
         return true;
     auto const& vertices = m_convexLoops[index].m_vertices;
-    RingCutter cutter;
-    std::vector<Vec<2, double>> points;
+    Scratch scratch;
+    RingCutter cutter(scratch.Resource());
+    Scratch::List<Vec<2, double>> points(scratch.Resource());
     ReadPoints(vertices, points);
     cutter.Load(vertices, points);
     auto const chain = cutter.FindPiece();
     if (!chain)
         return true;
-    auto& piece = AddConvexLoop(); // which may move the loop at `index`
-    cutter.CutOff(*chain, piece.m_vertices);
-    m_convexLoops[index].m_vertices = cutter.Rest();
+    Scratch::List<Vertex> piece(scratch.Resource());
+    cutter.CutOff(*chain, piece);
+    AddConvexLoop().m_vertices.assign(piece.begin(), piece.end()); // which may move the loop at `index`
+    cutter.CopyRest(m_convexLoops[index].m_vertices);
     m_convexLoops[index].Touch();
     return false;
 }
 
-bool CrossSection::ReadPoints(std::vector<Vertex> const& vertices, std::vector<Vec<2, double>>& points) const {
+bool CrossSection::ReadPoints(std::vector<Vertex> const& vertices, std::pmr::vector<Vec<2, double>>& points) const {
     points.clear();
     points.reserve(vertices.size());
     bool isWhole = true;

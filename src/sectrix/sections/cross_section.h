@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <memory_resource>
 #include <set>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ class Dom;
 namespace Sectrix {
 
 class HoleMerger;
+class Scratch;
 
 /// A planar outline: one exterior loop, any number of interior loops (holes), and the name of an assembly part.
 ///
@@ -200,11 +202,12 @@ private:
 
     /// Puts the points of a loop's vertices into `points`, the origin for what is not in the pool; false where
     /// there is such a vertex.
-    bool ReadPoints(std::vector<Vertex> const& vertices, std::vector<Vec<2, double>>& points) const;
+    bool ReadPoints(std::vector<Vertex> const& vertices, std::pmr::vector<Vec<2, double>>& points) const;
     /// Merges up to `limit` holes of the working list into the outline, and returns how many.
     std::size_t MergeHoles(std::size_t limit) const;
-    std::vector<std::size_t> OrderHoles(std::size_t limit) const;
-    void TakeMerged(HoleMerger const& merger, std::vector<std::size_t> order) const;
+    std::pmr::vector<std::size_t> OrderHoles(std::size_t limit, Scratch& scratch) const;
+    void TakeMerged(HoleMerger const& merger, std::pmr::vector<std::size_t> order) const;
+    void ReserveConvexLoops(std::size_t size) const;
     /// Fills the working list, merges the holes and cuts. The list must be empty.
     void Build() const;
     /// Binds the section and its loops to the pool `to` as far as they are bound to `from`. Indices keep their

@@ -20,12 +20,16 @@ std::size_t const indexThreshold = 40000;
 
 } // namespace
 
-HoleMerger::HoleMerger(std::vector<Vertex> const& vertices, std::vector<Point> const& points, std::size_t leftMost,
-                       std::vector<Hole> holes, int firstNewIndex)
-    : m_holes(std::move(holes)), m_firstNewIndex(firstNewIndex), m_leftMostX(points[leftMost][0]) {
+HoleMerger::HoleMerger(std::vector<Vertex> const& vertices, Scratch::List<Point> const& points,
+                       std::size_t leftMost, Scratch::List<Hole> holes, int firstNewIndex)
+    : m_holes(std::move(holes)), m_nodes(m_holes.get_allocator()), m_edgeStarts(m_holes.get_allocator()),
+      m_feet(m_holes.get_allocator()), m_firstNewIndex(firstNewIndex), m_leftMostX(points[leftMost][0]),
+      m_nearest(m_holes.get_allocator()) {
     std::size_t total = vertices.size();
     bool isFinite = true;
-    auto const check = [&isFinite](Point const& point) { isFinite = isFinite && std::isfinite(point[1]); };
+    auto const check = [&isFinite](Point const& point) {
+        isFinite = isFinite && std::isfinite(point[0]) && std::isfinite(point[1]);
+    };
     std::for_each(points.begin(), points.end(), check);
     for (auto const& hole : m_holes) {
         total += hole.m_points.size() + 3; // the hole, its head and the foot again, and a new foot
@@ -47,6 +51,7 @@ HoleMerger::HoleMerger(std::vector<Vertex> const& vertices, std::vector<Point> c
         At(node).m_next = node + 1 < count ? node + 1 : -1;
     for (int node = 0; node < count; ++node)
         AddEdge(node);
+    m_index.Sort();
 }
 
 bool HoleMerger::Merge() {
@@ -75,7 +80,7 @@ HoleMerger::Foot HoleMerger::FindFoot(Point const& head) {
         return best;
     }
     m_nearest.clear();
-    m_index.ForEach(head[1], [&](int edge) {
+    m_index.ForEach(head[1], best.m_point[0], [&](int edge) {
         if (m_edgeStarts[static_cast<std::size_t>(edge)] < 0)
             return false;
         Meet(edge, head, [&](Foot const& foot) {
@@ -181,7 +186,9 @@ void HoleMerger::Splice(Hole const& hole, int bridge) {
 }
 
 int HoleMerger::AddNode(Point const& point, Vertex vertex) {
-    m_nodes.push_back({point, vertex, -1, -1});
+    auto& node = m_nodes.emplace_back();
+    node.m_point = point;
+    node.m_vertex = vertex;
     return static_cast<int>(m_nodes.size()) - 1;
 }
 
@@ -191,9 +198,11 @@ void HoleMerger::AddEdge(int node) {
     m_edgeStarts.push_back(node);
     if (!m_index.IsInUse())
         return;
-    double const from = At(node).m_point[1];
-    double const to = At(NextAround(node)).m_point[1];
-    m_index.Add(At(node).m_edge, std::min(from, to) - heightRoom, std::max(from, to) + heightRoom);
+    auto const& a = At(node).m_point;
+    auto const& b = At(NextAround(node)).m_point;
+    // A foot lies no further to the right than an end, but for some eight roundings.
+    double const reach = std::max(a[0], b[0]) + 2e-15 * (std::abs(a[0]) + std::abs(b[0]));
+    m_index.Add({reach, At(node).m_edge}, std::min(a[1], b[1]) - heightRoom, std::max(a[1], b[1]) + heightRoom);
 }
 
 std::vector<Vertex> HoleMerger::Outline() const {

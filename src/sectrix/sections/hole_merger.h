@@ -3,6 +3,7 @@
 #include "sectrix/foundation/value_types.h"
 #include "sectrix/sections/edge_index.h"
 #include "sectrix/sections/loop.h"
+#include "sectrix/sections/scratch.h"
 
 #include <cstddef>
 #include <vector>
@@ -25,7 +26,7 @@ public:
     /// A hole, by its vertices and the place of its left-most one.
     struct Hole {
         std::vector<Vertex> const* m_vertices;
-        std::vector<Point> m_points;
+        Scratch::List<Point> m_points;
         std::size_t m_leftMost;
 
         Point const& Head() const { return m_points[m_leftMost]; }
@@ -33,10 +34,10 @@ public:
 
     /// \param vertices       of the outline, with their points in the same order.
     /// \param leftMost       the left-most of these.
-    /// \param holes          in the order of merging.
+    /// \param holes          in the order of merging; their memory serves for all else.
     /// \param firstNewIndex  the pool index that the first new vertex will have.
-    HoleMerger(std::vector<Vertex> const& vertices, std::vector<Point> const& points, std::size_t leftMost,
-               std::vector<Hole> holes, int firstNewIndex);
+    HoleMerger(std::vector<Vertex> const& vertices, Scratch::List<Point> const& points, std::size_t leftMost,
+               Scratch::List<Hole> holes, int firstNewIndex);
 
     /// Merges the next hole; false, with nothing changed, when its ray meets nothing or there is none left.
     bool Merge();
@@ -44,7 +45,7 @@ public:
     /// The number of holes merged so far.
     std::size_t MergedCount() const { return m_merged; }
     /// The points of the new vertices, in the order of their making.
-    std::vector<Point> const& Feet() const { return m_feet; }
+    Scratch::List<Point> const& Feet() const { return m_feet; }
     /// The outline as it stands.
     std::vector<Vertex> Outline() const;
 
@@ -52,11 +53,11 @@ private:
     /// A vertex of the outline, in a list, since splicing into an array would move what is behind.
     struct Node {
         Point m_point;
-        Vertex m_vertex;
+        Vertex m_vertex{-1, false};
         /// The next vertex; -1 behind the last one.
-        int m_next;
+        int m_next = -1;
         /// The edge that leaves here.
-        int m_edge;
+        int m_edge = -1;
     };
 
     /// Where the bridge from a hole meets the outline.
@@ -81,20 +82,20 @@ private:
     Node const& At(int node) const { return m_nodes[static_cast<std::size_t>(node)]; }
 
     /// In the order of merging.
-    std::vector<Hole> m_holes;
+    Scratch::List<Hole> m_holes;
     std::size_t m_merged = 0;
-    std::vector<Node> m_nodes;
+    Scratch::List<Node> m_nodes;
     int m_first = 0;
     /// The node at which each edge begins; -1 once the edge has been split.
-    std::vector<int> m_edgeStarts;
-    std::vector<Point> m_feet;
+    Scratch::List<int> m_edgeStarts;
+    Scratch::List<Point> m_feet;
     int m_firstNewIndex;
     /// The least x of the outline, and so of every foot.
     double m_leftMostX;
     /// The edges by their heights, where holes and edges are many; not in use otherwise.
     EdgeIndex m_index;
     /// The feet with the greatest x, of a search through the index.
-    std::vector<Foot> m_nearest;
+    Scratch::List<Foot> m_nearest;
 };
 
 } // namespace qel::Sectrix

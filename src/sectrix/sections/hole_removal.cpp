@@ -1,23 +1,13 @@
 #include "sectrix/foundation/strict_arithmetic.h"
 #include "sectrix/sections/cross_section.h"
 #include "sectrix/sections/hole_merger.h"
+#include "sectrix/sections/reserve_more.h"
 
 #include <algorithm>
 #include <limits>
 #include <utility>
 
 namespace qel::Sectrix {
-
-namespace {
-
-/// Makes room for `count` more entries, with a growth that keeps many small calls cheap.
-template <class List>
-void ReserveMore(List& list, std::size_t count) {
-    if (list.capacity() - list.size() < count)
-        list.reserve(std::max(list.size() + count, 2 * list.capacity()));
-}
-
-} // namespace
 
 bool CrossSection::RemoveHole() const {
     return MergeHoles(1) > 0;
@@ -40,34 +30,37 @@ void CrossSection::RemoveHoles() const {
 }
 
 std::size_t CrossSection::MergeHoles(std::size_t limit) const {
-    auto const order = OrderHoles(limit);
+    Scratch scratch;
+    auto order = OrderHoles(limit, scratch);
     int const leftMost = order.empty() ? -1 : m_convexLoops[0].LeftMostVertex();
     if (leftMost < 0)
         return 0;
     auto const& outline = m_convexLoops[0].m_vertices;
-    std::vector<Vec<2, double>> points;
+    Scratch::List<Vec<2, double>> points(scratch.Resource());
     if (!ReadPoints(outline, points))
         return 0;
 
-    std::vector<HoleMerger::Hole> holes;
+    Scratch::List<HoleMerger::Hole> holes(scratch.Resource());
     holes.reserve(order.size());
     for (auto const entry : order) {
         auto& loop = m_convexLoops[entry];
-        holes.push_back({&loop.m_vertices, {}, static_cast<std::size_t>(loop.LeftMostVertex())});
+        holes.push_back({&loop.m_vertices, Scratch::List<Vec<2, double>>(scratch.Resource()),
+                         static_cast<std::size_t>(loop.LeftMostVertex())});
         ReadPoints(loop.m_vertices, holes.back().m_points);
     }
     HoleMerger merger(outline, points, static_cast<std::size_t>(leftMost), std::move(holes), m_positions->Count());
     while (merger.Merge()) {
     }
     if (merger.MergedCount() > 0)
-        TakeMerged(merger, order);
+        TakeMerged(merger, std::move(order));
     return merger.MergedCount();
 }
 
 /// The entries of the working list that are holes with a left-most vertex, in the order of merging, no more than
 /// `limit`: by their least x, of equal ones the first in the list first.
-std::vector<std::size_t> CrossSection::OrderHoles(std::size_t limit) const {
-    std::vector<std::pair<double, std::size_t>> heads;
+std::pmr::vector<std::size_t> CrossSection::OrderHoles(std::size_t limit, Scratch& scratch) const {
+    Scratch::List<std::pair<double, std::size_t>> heads(scratch.Resource());
+    heads.reserve(m_convexLoops.size());
     for (std::size_t entry = 1; entry < m_convexLoops.size(); ++entry) {
         int const place = m_convexLoops[entry].LeftMostVertex();
         if (place < 0)
@@ -79,7 +72,8 @@ std::vector<std::size_t> CrossSection::OrderHoles(std::size_t limit) const {
     }
     std::size_t const count = std::min(limit, heads.size());
     std::partial_sort(heads.begin(), heads.begin() + static_cast<std::ptrdiff_t>(count), heads.end());
-    std::vector<std::size_t> order;
+    Scratch::List<std::size_t> order(scratch.Resource());
+    order.reserve(count);
     for (std::size_t i = 0; i < count; ++i)
         order.push_back(heads[i].second);
     return order;
@@ -87,7 +81,7 @@ std::vector<std::size_t> CrossSection::OrderHoles(std::size_t limit) const {
 
 /// Puts the merged outline into the working list in place of the old one and of the holes that are part of it now.
 /// Changes nothing when memory runs out.
-void CrossSection::TakeMerged(HoleMerger const& merger, std::vector<std::size_t> order) const {
+void CrossSection::TakeMerged(HoleMerger const& merger, std::pmr::vector<std::size_t> order) const {
     auto vertices = merger.Outline();
     ReserveMore(m_addedVertices, merger.Feet().size());
     ReserveMore(m_positions->m_positions, merger.Feet().size());

@@ -5,55 +5,50 @@
 
 namespace qel::Sectrix {
 
-namespace {
-
-/// At least the length of an edge.
-double Reach(PieceFrame::Point const& p, PieceFrame::Point const& q) {
-    return std::abs(p[0] - q[0]) + std::abs(p[1] - q[1]);
-}
-
-} // namespace
-
-bool PieceFrame::Reset(std::vector<Point> const& corners, double turnError, double pointError) {
-    // The tolerance moves each edge outward by tolerance / length. That moves a corner of edges a and b by at most
-    // tolerance * (|a| + |b|) / |turn value|, and a convex polygon grows by no more than its corners move.
+bool PieceFrame::Reset(Scratch::List<Point> const& corners, double turnError, double pointError) {
+    // A point in the piece has passed its edges, each moved outward by what the tolerance on a turn value comes to.
+    // Where two moved edges meet, their corner has moved too. In every direction one of the moved corners lies
+    // furthest, so that the frame may close around these.
     double const tolerance = turnTolerance + turnError;
-    double room = 0.0;
     bool isFlat = false;
-    auto const makeRoom = [&](Point const& p, Point const& q, Point const& r) {
+    m_moved.clear();
+    auto const move = [&](Point const& p, Point const& q, Point const& r) {
         double const turn = -Turn(p, q, r);
         isFlat = isFlat || !(turn > 4 * turnError);
-        room = std::max(room, tolerance * (Reach(p, q) + Reach(q, r)) / turn);
+        double const factor = tolerance / (turn - turnError);
+        m_moved.push_back(
+            {q[0] + factor * (q[0] - p[0] + (q[0] - r[0])), q[1] + factor * (q[1] - p[1] + (q[1] - r[1]))});
     };
-    m_box = {corners[0], corners[0]};
-    m_box.Widen(corners[1]);
     for (std::size_t i = 2; i < corners.size(); ++i) {
-        makeRoom(corners[i - 2], corners[i - 1], corners[i]);
-        makeRoom(corners[i - 1], corners[i], corners[0]); // closed from here, the piece has these two corners
-        makeRoom(corners[i], corners[0], corners[1]);
-        m_box.Widen(corners[i]);
+        move(corners[i - 2], corners[i - 1], corners[i]);
+        move(corners[i - 1], corners[i], corners[0]); // closed from here, the piece has these two corners
+        move(corners[i], corners[0], corners[1]);
     }
     if (isFlat)
         return false;
-    room += pointError;
+    m_box = {};
+    for (auto const& corner : m_moved)
+        m_box.Widen(corner);
     for (std::size_t axis = 0; axis < 2; ++axis) {
-        m_box.m_min[axis] -= room;
-        m_box.m_max[axis] += room;
+        m_box.m_min[axis] -= pointError;
+        m_box.m_max[axis] += pointError;
     }
     m_sideCount = 0;
-    AddSide(corners.back(), corners.front(), room, tolerance);
+    AddSide(corners.back(), corners.front(), pointError);
     std::size_t const stride = (corners.size() - 2) / comparedEdges + 1;
     for (std::size_t i = 0; i + 1 < corners.size(); i += stride)
-        AddSide(corners[i], corners[i + 1], room, tolerance);
+        AddSide(corners[i], corners[i + 1], pointError);
     return true;
 }
 
-/// Adds the inner side of an edge, moved outward by `room` and by what the tolerance on a turn value comes to.
-void PieceFrame::AddSide(Point const& tail, Point const& head, double room, double tolerance) {
+/// Adds the inner side of an edge, moved outward until all moved corners are on it.
+void PieceFrame::AddSide(Point const& tail, Point const& head, double pointError) {
     double const dx = head[0] - tail[0];
     double const dy = head[1] - tail[1];
-    double const bound = room * (std::abs(dx) + std::abs(dy)) + tolerance;
-    m_sides[m_sideCount++] = {-dy, dx, dy * tail[0] - dx * tail[1] + bound};
+    double least = dx * tail[1] - dy * tail[0];
+    for (auto const& corner : m_moved)
+        least = std::min(least, dx * corner[1] - dy * corner[0]);
+    m_sides[m_sideCount++] = {-dy, dx, pointError * (std::abs(dx) + std::abs(dy)) - least};
 }
 
 } // namespace qel::Sectrix

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "sectrix/foundation/value_types.h"
+#include "sectrix/sections/scratch.h"
 
 #include <algorithm>
 #include <cstddef>
-#include <vector>
 
 /// \file
 /// What lies around a convex piece.
@@ -19,21 +19,29 @@ public:
     using Point = Vec<2, double>;
     using Box = BBox<2, double>;
 
+    explicit PieceFrame(std::pmr::memory_resource* memory) : m_moved(memory) {}
+
     /// Makes the frame of a piece; false when a corner is too flat to say how far off a point may lie.
     /// \param corners     of the piece, counter-clockwise; each run of three or more from the first on is strictly
     /// convex.
     /// \param turnError   the greatest rounding error of a turn value among the points that are asked about.
     /// \param pointError  the same of a coordinate.
-    bool Reset(std::vector<Point> const& corners, double turnError, double pointError);
+    bool Reset(Scratch::List<Point> const& corners, double turnError, double pointError);
 
-    /// True when no point of the box is inside the frame.
-    bool IsBeyond(Box const& box) const {
-        // One jump for the frame and one for all sides: which of them decides cannot be foretold.
+    /// True when the box is apart from that of the frame. For a point it says enough: the visitor's own test is as
+    /// quick as the sides.
+    bool IsBeside(Box const& box) const {
+        // One jump for all four, and in `IsBeyond` one for all sides: which of them decides cannot be foretold.
         bool isBeside = box.m_min[0] > m_box.m_max[0];
         isBeside |= box.m_max[0] < m_box.m_min[0];
         isBeside |= box.m_min[1] > m_box.m_max[1];
         isBeside |= box.m_max[1] < m_box.m_min[1];
-        if (isBeside)
+        return isBeside;
+    }
+
+    /// True when no point of the box is inside the frame.
+    bool IsBeyond(Box const& box) const {
+        if (IsBeside(box))
             return true;
         bool isOutside = false;
         for (std::size_t i = 0; i < m_sideCount; ++i) {
@@ -51,11 +59,13 @@ private:
         double m_x, m_y, m_offset;
     };
 
-    void AddSide(Point const& tail, Point const& head, double room, double tolerance);
+    void AddSide(Point const& tail, Point const& head, double pointError);
 
     /// About this many edges of the chain are taken, and the chord.
     static constexpr std::size_t comparedEdges = 4;
 
+    /// Where the corners of the piece, and of those that it shrinks to, have moved to.
+    Scratch::List<Point> m_moved;
     Box m_box;
     Side m_sides[comparedEdges + 1];
     std::size_t m_sideCount = 0;

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "sectrix/sections/scratch.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 /// \file
 /// A set of places on a ring, with the next one from a given place on.
@@ -13,6 +14,8 @@ namespace qel::Sectrix {
 /// first are not zero. So the next member is found in a few steps, however sparse the set is.
 class PlaceSet {
 public:
+    explicit PlaceSet(std::pmr::memory_resource* memory) : m_words(memory), m_filled(memory) {}
+
     /// Empties the set and makes room for the numbers 0 to `count` - 1.
     void Reset(int count) {
         m_words.assign(static_cast<std::size_t>(count) / 64 + 1, 0);
@@ -78,9 +81,9 @@ private:
         return static_cast<int>(word * 64 + LowestBit(bits));
     }
 
-    std::vector<std::uint64_t> m_words;
+    Scratch::List<std::uint64_t> m_words;
     /// A bit for each word that is not zero.
-    std::vector<std::uint64_t> m_filled;
+    Scratch::List<std::uint64_t> m_filled;
 };
 
 } // namespace qel::Sectrix

@@ -30,25 +30,32 @@ bool IsTame(Point const& point) {
 
 } // namespace
 
-void RingCutter::Load(std::vector<Vertex> const& vertices, std::vector<Point> const& points) {
+void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> const& points) {
     int const count = static_cast<int>(vertices.size());
     m_size = vertices.size();
     m_first = 0;
     m_watches.clear();
+    m_watches.reserve(2 * m_size); // mostly enough
     m_notches.Reset(count);
     m_candidates.Reset(count);
-    m_ring.clear();
-    m_ring.reserve(m_size);
+    m_ring.resize(m_size);
     for (int number = 0; number < count; ++number) {
         auto const place = static_cast<std::size_t>(number);
-        int const previous = number > 0 ? number - 1 : count - 1;
-        int const next = number + 1 < count ? number + 1 : 0;
-        m_ring.push_back({points[place], previous, next, -1, 0, vertices[place], true});
+        auto& entry = m_ring[place]; // filled in place, since a copy of what has just been written is slow
+        entry.m_point = points[place];
+        entry.m_previous = number > 0 ? number - 1 : count - 1;
+        entry.m_next = number + 1 < count ? number + 1 : 0;
+        entry.m_watch = -1;
+        entry.m_trial = 0;
+        entry.m_vertex = vertices[place];
+        entry.m_isInRing = true;
     }
-    for (int number = 0; number < count; ++number)
-        UpdateNotch(number);
-    for (int number = 0; number < count; ++number)
-        UpdateCandidate(number);
+    for (int number = 0; number < count; ++number) {
+        if (IsNotchAt(number))
+            m_notches.Insert(number);
+        else
+            m_candidates.Insert(Previous(number));
+    }
 
     m_tree.Clear();
     if (m_size < treeThreshold || !std::all_of(points.begin(), points.end(), IsTame))
@@ -126,10 +133,9 @@ bool RingCutter::ClearOf(int number, Chain& chain) {
     return true;
 }
 
-/// True when the point lies in the piece or on its border, but at none of its corners.
-bool RingCutter::Contains(Chain const& chain, Point const& point) const {
-    if (!IsNotch(At(chain.m_start), At(chain.m_end), point))
-        return false; // beyond the chord
+/// True when the point passes all edges of the chain: it lies on the inner side of each, or on its line but at
+/// neither end.
+bool RingCutter::PassesEdges(Chain const& chain, Point const& point) const {
     for (int number = chain.m_end; number != chain.m_start; number = Previous(number)) {
         auto const& head = At(number);
         auto const& tail = At(Previous(number));
@@ -185,7 +191,10 @@ void RingCutter::RememberFailure(int start, int grownEnd) {
     int const trial = ++m_ring[static_cast<std::size_t>(start)].m_trial;
     auto const watch = [&](int number) {
         auto& head = m_ring[static_cast<std::size_t>(number)].m_watch;
-        m_watches.push_back({start, trial, head});
+        auto& entry = m_watches.emplace_back();
+        entry.m_start = start;
+        entry.m_trial = trial;
+        entry.m_next = head;
         head = static_cast<int>(m_watches.size()) - 1;
     };
     int const behind = Next(grownEnd);
@@ -196,7 +205,7 @@ void RingCutter::RememberFailure(int start, int grownEnd) {
         watch(number);
 }
 
-void RingCutter::CutOff(Chain const& chain, std::vector<Vertex>& piece) {
+void RingCutter::CutOff(Chain const& chain, Scratch::List<Vertex>& piece) {
     auto const begin = piece.size();
     for (int number = chain.m_start; number != Next(chain.m_end); number = Next(number))
         piece.push_back(m_ring[static_cast<std::size_t>(number)].m_vertex);
@@ -261,15 +270,13 @@ bool RingCutter::IsNotchAt(int number) const {
     return IsNotch(At(Previous(number)), At(number), At(Next(number)));
 }
 
-std::vector<Vertex> RingCutter::Rest() const {
-    std::vector<Vertex> rest;
-    rest.reserve(m_size);
+void RingCutter::CopyRest(std::vector<Vertex>& rest) const {
+    rest.clear();
     int number = m_first;
     do {
         rest.push_back(m_ring[static_cast<std::size_t>(number)].m_vertex);
         number = Next(number);
     } while (number != m_first);
-    return rest;
 }
 
 } // namespace qel::Sectrix

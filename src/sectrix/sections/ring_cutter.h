@@ -4,6 +4,8 @@
 #include "sectrix/sections/loop.h"
 #include "sectrix/sections/piece_frame.h"
 #include "sectrix/sections/place_set.h"
+#include "sectrix/sections/scratch.h"
+#include "sectrix/sections/turn.h"
 #include "sectrix/sections/vertex_tree.h"
 
 #include <cstddef>
@@ -29,18 +31,23 @@ public:
         int m_end;
     };
 
+    /// \param memory  for all that the ring needs; must outlive it.
+    explicit RingCutter(std::pmr::memory_resource* memory)
+        : m_ring(memory), m_notches(memory), m_candidates(memory), m_watches(memory), m_shrinkers(memory),
+          m_tree(memory), m_frame(memory), m_corners(memory), m_near(memory) {}
+
     /// Takes a loop's vertices, with their points in the same order, in place of what the ring held.
-    void Load(std::vector<Vertex> const& vertices, std::vector<Vec<2, double>> const& points);
+    void Load(std::vector<Vertex> const& vertices, Scratch::List<Vec<2, double>> const& points);
 
     /// The piece that the walk from the first notch on finds first; nothing when the ring is convex, has no more
     /// than three vertices, or cannot be cut.
     std::optional<Chain> FindPiece();
 
     /// Takes a piece that was found out of the ring and appends its vertices to `piece`.
-    void CutOff(Chain const& chain, std::vector<Vertex>& piece);
+    void CutOff(Chain const& chain, Scratch::List<Vertex>& piece);
 
-    /// The vertices that are left, in order.
-    std::vector<Vertex> Rest() const;
+    /// Makes `rest` the vertices that are left, in order.
+    void CopyRest(std::vector<Vertex>& rest) const;
 
 private:
     using Point = Vec<2, double>;
@@ -53,7 +60,7 @@ private:
         /// How often this vertex, as a start, has failed or been tried again since; tells which watches are still
         /// good.
         int m_trial;
-        Vertex m_vertex;
+        Vertex m_vertex{-1, false};
         bool m_isInRing;
     };
 
@@ -67,7 +74,7 @@ private:
     int Grow(int start) const;
     bool Clear(Chain& chain);
     bool ClearOf(int number, Chain& chain);
-    bool Contains(Chain const& chain, Point const& point) const;
+    bool PassesEdges(Chain const& chain, Point const& point) const;
     bool ClearTriangle(Chain const& chain);
     bool ClearOfNear(Chain& chain);
     bool Frame(Chain const& chain);
@@ -77,12 +84,17 @@ private:
     void UpdateNotch(int number);
     void UpdateCandidate(int number);
 
+    /// True when the point lies in the piece or on its border, but at none of its corners. Most points lie beyond
+    /// the chord.
+    bool Contains(Chain const& chain, Point const& point) const {
+        return IsNotch(At(chain.m_start), At(chain.m_end), point) && PassesEdges(chain, point);
+    }
     bool IsNotchAt(int number) const;
     Point const& At(int number) const { return m_ring[static_cast<std::size_t>(number)].m_point; }
     int Next(int number) const { return m_ring[static_cast<std::size_t>(number)].m_next; }
     int Previous(int number) const { return m_ring[static_cast<std::size_t>(number)].m_previous; }
 
-    std::vector<RingVertex> m_ring;
+    Scratch::List<RingVertex> m_ring;
     /// The number of vertices that are left.
     std::size_t m_size = 0;
     /// The vertex at place 0 of what is left.
@@ -91,9 +103,9 @@ private:
     PlaceSet m_notches;
     /// The starts that may give a piece: the next corner is strictly convex, and they are not known to fail.
     PlaceSet m_candidates;
-    std::vector<Watch> m_watches;
+    Scratch::List<Watch> m_watches;
     /// The vertices that made the chain of the present trial shrink.
-    std::vector<int> m_shrinkers;
+    Scratch::List<int> m_shrinkers;
 
     /// The vertices of a large ring by where they lie; empty for a small one, and where points are not finite or so
     /// large that a product overflows.
@@ -102,9 +114,9 @@ private:
     double m_turnError = 0.0, m_pointError = 0.0;
     /// What lies around the piece of the present trial, and the corners of this.
     PieceFrame m_frame;
-    std::vector<Point> m_corners;
+    Scratch::List<Point> m_corners;
     /// The vertices outside the chain that may lie in the piece.
-    std::vector<int> m_near;
+    Scratch::List<int> m_near;
 };
 
 } // namespace qel::Sectrix

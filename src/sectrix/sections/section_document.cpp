@@ -1,6 +1,7 @@
 #include "sectrix/foundation/json_tag.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/sections/cross_sections.h"
+#include "sectrix/sections/reserve_more.h"
 
 #include <algorithm>
 #include <istream>
@@ -58,6 +59,11 @@ void CrossSections::From(Dom const& dom) {
     if (outlines.size() == 1)
         m_items.emplace_back(m_positions, true);
     auto const& sections = outlines[1];
+    // Growing would copy every section. What has no child gives none, and may be many.
+    std::size_t count = 0;
+    for (std::uint64_t i = 0; i < sections.size(); ++i)
+        count += sections[i].size() > 0;
+    ReserveMore(m_items, count);
     for (std::uint64_t i = 0; i < sections.size(); ++i)
         if (!m_items.emplace_back(m_positions, false).From(sections[i]))
             m_items.pop_back();

@@ -8,7 +8,7 @@ namespace qel::Sectrix {
 namespace {
 
 /// No leaf holds more points.
-std::size_t const leafSize = 8;
+std::size_t const leafSize = 16;
 
 VertexTree::Box Around(VertexTree::Box const& a, VertexTree::Box const& b) {
     return {{std::min(a.m_min[0], b.m_min[0]), std::min(a.m_min[1], b.m_min[1])},
@@ -22,11 +22,12 @@ bool IsSame(VertexTree::Box const& a, VertexTree::Box const& b) {
 
 } // namespace
 
-void VertexTree::Reset(std::vector<Point> const& points) {
+void VertexTree::Reset(Scratch::List<Point> const& points) {
     m_leaves = 1;
     while (m_leaves * leafSize < points.size())
         m_leaves *= 2;
     m_entries.clear();
+    m_entries.reserve(points.size());
     for (std::size_t i = 0; i < points.size(); ++i)
         m_entries.push_back({points[i], static_cast<int>(i)});
     m_ranges.resize(m_leaves);

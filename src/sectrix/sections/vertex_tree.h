@@ -2,9 +2,9 @@
 
 #include "sectrix/foundation/value_types.h"
 #include "sectrix/sections/piece_frame.h"
+#include "sectrix/sections/scratch.h"
 
 #include <cstddef>
-#include <vector>
 
 /// \file
 /// Vertices by where they lie.
@@ -19,8 +19,11 @@ public:
     using Point = Vec<2, double>;
     using Box = BBox<2, double>;
 
+    explicit VertexTree(std::pmr::memory_resource* memory)
+        : m_entries(memory), m_ranges(memory), m_leafOf(memory), m_boxes(memory) {}
+
     /// Holds these points, which must be finite, under the numbers 0, 1, 2 and so on, in place of all others.
-    void Reset(std::vector<Point> const& points);
+    void Reset(Scratch::List<Point> const& points);
     /// Holds nothing.
     void Clear() { m_leaves = 0; }
     bool IsEmpty() const { return m_leaves == 0; }
@@ -64,7 +67,7 @@ private:
     template <class Visitor>
     bool VisitLeaf(Leaf const& leaf, PieceFrame const& frame, Visitor const& visit) const {
         for (std::size_t i = leaf.m_begin; i < leaf.m_end; ++i)
-            if (!frame.IsBeyond({m_entries[i].m_point, m_entries[i].m_point}) && !visit(m_entries[i].m_number))
+            if (!frame.IsBeside({m_entries[i].m_point, m_entries[i].m_point}) && !visit(m_entries[i].m_number))
                 return false;
         return true;
     }
@@ -73,14 +76,14 @@ private:
     void Split(std::size_t node, Leaf const& range);
 
     /// Leaf by leaf.
-    std::vector<Entry> m_entries;
+    Scratch::List<Entry> m_entries;
     /// The number of leaves, a power of two; 0 when nothing is held.
     std::size_t m_leaves = 0;
-    std::vector<Leaf> m_ranges;
+    Scratch::List<Leaf> m_ranges;
     /// The leaf of each number.
-    std::vector<std::size_t> m_leafOf;
+    Scratch::List<std::size_t> m_leafOf;
     /// The root at 1, the children of node n at 2n and 2n + 1, the leaves from `m_leaves` on.
-    std::vector<Box> m_boxes;
+    Scratch::List<Box> m_boxes;
 };
 
 } // namespace qel::Sectrix
