@@ -9,7 +9,7 @@ mkdir -p $folder
 # One source of all sources compiles several times as fast as each on its own.
 sources=(src/sectrix/*/*.cpp)
 for source in fuzz/*.cpp; do
-    case $source in fuzz/fuzzer_main.cpp | fuzz/time_test.cpp) ;; *) sources+=("$source") ;; esac
+    case $source in fuzz/fuzzer_main.cpp | fuzz/time_test.cpp | fuzz/out_of_memory_test.cpp) ;; *) sources+=("$source") ;; esac
 done
 printf '#include "../../%s"\n' "${sources[@]}" >$folder/all.cpp
 

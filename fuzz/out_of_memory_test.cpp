@@ -1,4 +1,4 @@
-#include "../fuzz/result.h"
+#include "result.h"
 #include "sectrix/extrusion/extrusion.h"
 #include "sectrix/foundation/text_conversion.h"
 #include "sectrix/interfaces/dom_reader_json.h"
