@@ -19,31 +19,27 @@ public:
     using Point = Vec<2, double>;
     using Box = BBox<2, double>;
 
-    explicit PieceFrame(std::pmr::memory_resource* memory) : m_moved(memory) {}
-
-    /// Makes the frame of a piece; false when a corner is too flat to say how far off a point may lie.
+    /// Makes the frame of a piece, without sides; false when a corner is too flat to say how far off a point may
+    /// lie.
     /// \param corners     of the piece, counter-clockwise; each run of three or more from the first on is strictly
     /// convex.
+    /// \param leastTurn   the least of the turns to the left at the corners of all these runs, positive.
     /// \param turnError   the greatest rounding error of a turn value among the points that are asked about.
     /// \param pointError  the same of a coordinate.
-    bool Reset(Scratch::List<Point> const& corners, double turnError, double pointError);
+    bool Reset(Scratch::List<Point> const& corners, double leastTurn, double turnError, double pointError);
 
-    /// True when the box is apart from that of the frame. For a point it says enough: the visitor's own test is as
-    /// quick as the sides.
-    bool IsBeside(Box const& box) const {
-        // One jump for all four, and in `IsBeyond` one for all sides: which of them decides cannot be foretold.
-        bool isBeside = box.m_min[0] > m_box.m_max[0];
-        isBeside |= box.m_max[0] < m_box.m_min[0];
-        isBeside |= box.m_min[1] > m_box.m_max[1];
-        isBeside |= box.m_max[1] < m_box.m_min[1];
-        return isBeside;
-    }
+    /// Adds the sides to the frame that has been made of these corners.
+    void AddSides(Scratch::List<Point> const& corners);
+
+    Box const& Bounds() const { return m_box; }
 
     /// True when no point of the box is inside the frame.
     bool IsBeyond(Box const& box) const {
-        if (IsBeside(box))
-            return true;
-        bool isOutside = false;
+        // One jump for all: which of them decides cannot be foretold.
+        bool isOutside = box.m_min[0] > m_box.m_max[0];
+        isOutside |= box.m_max[0] < m_box.m_min[0];
+        isOutside |= box.m_min[1] > m_box.m_max[1];
+        isOutside |= box.m_max[1] < m_box.m_min[1];
         for (std::size_t i = 0; i < m_sideCount; ++i) {
             auto const& side = m_sides[i];
             double const x = std::max(side.m_x * box.m_min[0], side.m_x * box.m_max[0]);
@@ -59,14 +55,14 @@ private:
         double m_x, m_y, m_offset;
     };
 
-    void AddSide(Point const& tail, Point const& head, double pointError);
+    void AddSide(Scratch::List<Point> const& corners, Point const& tail, Point const& head);
 
     /// About this many edges of the chain are taken, and the chord.
     static constexpr std::size_t comparedEdges = 4;
 
-    /// Where the corners of the piece, and of those that it shrinks to, have moved to.
-    Scratch::List<Point> m_moved;
     Box m_box;
+    /// How far out the tolerances and rounding move a corner, along each axis.
+    Point m_margin{};
     Side m_sides[comparedEdges + 1];
     std::size_t m_sideCount = 0;
 };

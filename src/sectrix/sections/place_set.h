@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sectrix/sections/lowest_bit.h"
 #include "sectrix/sections/scratch.h"
 
 #include <cstddef>
@@ -52,17 +53,6 @@ private:
     /// The bits of a word from that of `place` on.
     static std::uint64_t From(std::uint64_t word, std::size_t place) {
         return word & (~std::uint64_t{0} << (place % 64));
-    }
-
-    static std::size_t LowestBit(std::uint64_t word) {
-#if defined(__GNUC__)
-        return static_cast<std::size_t>(__builtin_ctzll(word));
-#else
-        std::size_t bit = 0;
-        while (!(word >> bit & 1))
-            ++bit;
-        return bit;
-#endif
     }
 
     int FirstBehind(std::size_t place) const {

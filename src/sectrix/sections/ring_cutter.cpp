@@ -13,8 +13,8 @@ using Point = Vec<2, double>;
 /// The square of a turn value, and the square of a squared distance, up to which two things count as one.
 double const squareTolerance = 1e-12;
 
-/// From this size on a ring has a tree of its vertices.
-std::size_t const treeThreshold = 128;
+/// From this size on a ring has blocks of its vertices.
+std::size_t const blockThreshold = 32;
 
 bool IsSamePoint(Point const& p, Point const& q) {
     double const dx = p[0] - q[0];
@@ -57,12 +57,12 @@ void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> 
             m_candidates.Insert(Previous(number));
     }
 
-    m_tree.Clear();
-    if (m_size < treeThreshold || !std::all_of(points.begin(), points.end(), IsTame))
+    m_blocks.Clear();
+    if (m_size < blockThreshold || !std::all_of(points.begin(), points.end(), IsTame))
         return;
-    m_tree.Reset(points);
+    m_blocks.Reset(points);
     // Three roundings in each of two products of a width and a height, and one in their difference, of 2^-53 each.
-    auto const& box = m_tree.Whole();
+    auto const& box = m_blocks.Whole();
     m_turnError = 1e-15 * (box.m_max[0] - box.m_min[0]) * (box.m_max[1] - box.m_min[1]);
     m_pointError = 0.0;
     for (auto const& corner : {box.m_min, box.m_max})
@@ -88,11 +88,23 @@ std::optional<RingCutter::Chain> RingCutter::FindPiece() {
 /// The end of the longest strictly convex chain from `start`, whose next corner is strictly convex: it may go on to
 /// a vertex only if the corners before it, at it and at the start stay strictly convex when the piece is closed
 /// from there.
-int RingCutter::Grow(int start) const {
-    int end = Next(Next(start));
-    while (Next(end) != start && !IsNotchAt(end) && !IsNotch(At(end), At(Next(end)), At(start)) &&
-           !IsNotch(At(Next(end)), At(start), At(Next(start))))
-        end = Next(end);
+int RingCutter::Grow(int start) {
+    int const second = Next(start);
+    int end = Next(second);
+    auto const &first = At(start), &behindFirst = At(second);
+    m_corners.clear();
+    m_corners.insert(m_corners.end(), {first, behindFirst, At(end)});
+    m_leastTurn = -Turn(first, behindFirst, At(end));
+    for (int next = Next(end); next != start; next = Next(next)) {
+        auto const& point = At(next);
+        double const turns[] = {Turn(m_corners[m_corners.size() - 2], m_corners.back(), point),
+                                Turn(m_corners.back(), point, first), Turn(point, first, behindFirst)};
+        if (std::any_of(turns, turns + 3, [](double turn) { return turn > -turnTolerance; }))
+            break;
+        m_leastTurn = std::min({m_leastTurn, -turns[0], -turns[1], -turns[2]});
+        m_corners.push_back(point);
+        end = next;
+    }
     return end;
 }
 
@@ -100,27 +112,23 @@ int RingCutter::Grow(int start) const {
 /// piece; false when nothing is left.
 bool RingCutter::Clear(Chain& chain) {
     m_shrinkers.clear();
-    if (!m_tree.IsEmpty() && Frame(chain))
-        return m_corners.size() == 3 ? ClearTriangle(chain) : ClearOfNear(chain);
-    for (int number = Next(chain.m_end); number != chain.m_start; number = Next(number))
-        if (!ClearOf(number, chain))
-            return false;
-    return true;
+    if (m_blocks.IsEmpty() || !Frame()) {
+        for (int number = Next(chain.m_end); number != chain.m_start; number = Next(number))
+            if (!ClearOf(number, At(number), chain))
+                return false;
+        return true;
+    }
+    if (!m_blocks.IsInRingOrder())
+        return ClearOfNear(chain);
+    auto const [start, end] = chain;
+    auto const clearOf = [&](int number, Point const& point) { return ClearOf(number, point, chain); };
+    if (end < start)
+        return m_blocks.Visit(m_frame, end + 1, start, clearOf);
+    return m_blocks.Visit(m_frame, end + 1, static_cast<int>(m_ring.size()), clearOf) &&
+           m_blocks.Visit(m_frame, 0, start, clearOf);
 }
 
-/// A triangle shrinks to nothing at any vertex in it, so that their order does not matter.
-bool RingCutter::ClearTriangle(Chain const& chain) {
-    return m_tree.Visit(m_frame, [&](int number) {
-        bool const isCorner = number == chain.m_start || number == chain.m_end || number == Next(chain.m_start);
-        if (isCorner || !Contains(chain, At(number)))
-            return true;
-        m_shrinkers.push_back(number);
-        return false;
-    });
-}
-
-bool RingCutter::ClearOf(int number, Chain& chain) {
-    auto const& point = At(number);
+bool RingCutter::ClearOf(int number, Point const& point, Chain& chain) {
     if (!Contains(chain, point))
         return true;
     m_shrinkers.push_back(number);
@@ -148,42 +156,47 @@ bool RingCutter::PassesEdges(Chain const& chain, Point const& point) const {
     return true;
 }
 
-/// Clears the chain of those vertices only that may lie in the piece or in one that it shrinks to.
+/// Clears the chain of the vertices that may lie in the piece or in one that it shrinks to, which come in no order.
 bool RingCutter::ClearOfNear(Chain& chain) {
     // Numbers that go around the ring from the end of the chain on; those of the chain itself come last.
     int const count = static_cast<int>(m_ring.size());
     auto const fromEnd = [count, end = chain.m_end](int number) {
         return number > end ? number - end : number - end + count;
     };
-    m_near.clear();
+    bool const isTriangle = m_corners.size() == 3;
     bool isClear = true;
-    m_tree.Visit(m_frame, [&, start = fromEnd(chain.m_start)](int number) {
-        if (fromEnd(number) < start) {
-            m_near.push_back(number);
-            isClear = isClear && !Contains(chain, At(number));
-        }
-        return true;
+    m_near.clear();
+    m_blocks.Visit(m_frame, [&, start = fromEnd(chain.m_start)](int number, Point const& point) {
+        if (fromEnd(number) >= start)
+            return true;
+        m_near.push_back(number);
+        isClear = isClear && !Contains(chain, point);
+        return isClear || !isTriangle;
     });
-    // A piece that contains none of them as it is does not shrink. Else their order counts, as far as there is a
-    // piece.
+    // A piece that contains none of them as it is does not shrink. A triangle shrinks to nothing at any one. Else
+    // their order counts, as far as there is a piece.
+    if (isClear)
+        return true;
+    if (isTriangle)
+        return ClearOf(m_near.back(), At(m_near.back()), chain);
     auto const isLater = [&](int a, int b) { return fromEnd(a) > fromEnd(b); };
-    if (!isClear)
-        std::make_heap(m_near.begin(), m_near.end(), isLater);
-    for (; !isClear && !m_near.empty(); m_near.pop_back()) {
+    std::make_heap(m_near.begin(), m_near.end(), isLater);
+    for (; !m_near.empty(); m_near.pop_back()) {
         std::pop_heap(m_near.begin(), m_near.end(), isLater);
-        if (!ClearOf(m_near.back(), chain))
+        if (!ClearOf(m_near.back(), At(m_near.back()), chain))
             return false;
     }
     return true;
 }
 
-/// Makes the frame around the piece; false when there is none, so that all vertices have to be looked at.
-bool RingCutter::Frame(Chain const& chain) {
-    m_corners.clear();
-    for (int number = chain.m_start; number != chain.m_end; number = Next(number))
-        m_corners.push_back(At(number));
-    m_corners.push_back(At(chain.m_end));
-    return m_frame.Reset(m_corners, m_turnError, m_pointError);
+/// Makes the frame around the piece as it has grown; false when there is none, so that all vertices have to be
+/// looked at.
+bool RingCutter::Frame() {
+    if (!m_frame.Reset(m_corners, m_leastTurn, m_turnError, m_pointError))
+        return false;
+    if (m_blocks.HasBlocks())
+        m_frame.AddSides(m_corners);
+    return true;
 }
 
 void RingCutter::RememberFailure(int start, int grownEnd) {
@@ -234,8 +247,8 @@ void RingCutter::Unlink(Chain const& chain) {
     UpdateCandidate(start);
     for (int number = leaving; number != end; number = Next(number)) {
         TryAgainWithout(number);
-        if (!m_tree.IsEmpty())
-            m_tree.Remove(number);
+        if (!m_blocks.IsEmpty())
+            m_blocks.Remove(number);
     }
 }
 

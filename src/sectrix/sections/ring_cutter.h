@@ -6,7 +6,7 @@
 #include "sectrix/sections/place_set.h"
 #include "sectrix/sections/scratch.h"
 #include "sectrix/sections/turn.h"
-#include "sectrix/sections/vertex_tree.h"
+#include "sectrix/sections/vertex_blocks.h"
 
 #include <cstddef>
 #include <optional>
@@ -34,7 +34,7 @@ public:
     /// \param memory  for all that the ring needs; must outlive it.
     explicit RingCutter(std::pmr::memory_resource* memory)
         : m_ring(memory), m_notches(memory), m_candidates(memory), m_watches(memory), m_shrinkers(memory),
-          m_tree(memory), m_frame(memory), m_corners(memory), m_near(memory) {}
+          m_blocks(memory), m_corners(memory), m_near(memory) {}
 
     /// Takes a loop's vertices, with their points in the same order, in place of what the ring held.
     void Load(std::vector<Vertex> const& vertices, Scratch::List<Vec<2, double>> const& points);
@@ -71,13 +71,12 @@ private:
         int m_next;
     };
 
-    int Grow(int start) const;
+    int Grow(int start);
     bool Clear(Chain& chain);
-    bool ClearOf(int number, Chain& chain);
+    bool ClearOf(int number, Point const& point, Chain& chain);
     bool PassesEdges(Chain const& chain, Point const& point) const;
-    bool ClearTriangle(Chain const& chain);
     bool ClearOfNear(Chain& chain);
-    bool Frame(Chain const& chain);
+    bool Frame();
     void RememberFailure(int start, int grownEnd);
     void Unlink(Chain const& chain);
     void TryAgainWithout(int number);
@@ -107,14 +106,17 @@ private:
     /// The vertices that made the chain of the present trial shrink.
     Scratch::List<int> m_shrinkers;
 
-    /// The vertices of a large ring by where they lie; empty for a small one, and where points are not finite or so
-    /// large that a product overflows.
-    VertexTree m_tree;
+    /// The vertices by where they lie; empty for a tiny ring, and where points are not finite or so large that a
+    /// product overflows.
+    VertexBlocks m_blocks;
     /// Sums up the rounding of a turn value, and of a coordinate, anywhere in the ring.
     double m_turnError = 0.0, m_pointError = 0.0;
-    /// What lies around the piece of the present trial, and the corners of this.
-    PieceFrame m_frame;
+    /// The corners of the piece of the present trial as it had grown.
     Scratch::List<Point> m_corners;
+    /// The least of the turns to the left at these corners while it grew.
+    double m_leastTurn = 0.0;
+    /// What lies around the piece.
+    PieceFrame m_frame;
     /// The vertices outside the chain that may lie in the piece.
     Scratch::List<int> m_near;
 };

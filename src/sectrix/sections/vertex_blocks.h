@@ -1,0 +1,217 @@
+#pragma once
+
+#include "sectrix/foundation/value_types.h"
+#include "sectrix/sections/lowest_bit.h"
+#include "sectrix/sections/piece_frame.h"
+#include "sectrix/sections/scratch.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+/// \file
+/// The vertices of a ring by where they lie.
+
+namespace qel::Sectrix {
+
+/// Four coordinates in a word, 16 bits each, so that one subtraction compares all four: the highest bit of each
+/// lane is clear in a coordinate and catches the borrow.
+class Lanes {
+public:
+    static constexpr std::size_t count = 4;
+    /// The greatest coordinate.
+    static constexpr std::uint64_t greatest = 0x7FFF;
+
+    Lanes() = default;
+    /// The same coordinate in each lane.
+    explicit Lanes(std::uint64_t coordinate) : m_word(coordinate * 0x0001000100010001) {}
+
+    void Set(std::size_t lane, std::uint64_t coordinate) {
+        m_word = (m_word & ~(std::uint64_t{0xFFFF} << 16 * lane)) | coordinate << 16 * lane;
+    }
+    std::uint64_t Get(std::size_t lane) const { return m_word >> 16 * lane & 0xFFFF; }
+    /// The highest bit of each lane is set where this coordinate is at least that of `other`; the rest is noise.
+    std::uint64_t AtLeast(Lanes other) const { return (m_word | highest) - other.m_word; }
+
+    static constexpr std::uint64_t highest = 0x8000800080008000;
+
+private:
+    std::uint64_t m_word = 0;
+};
+
+/// The vertices of a ring, each known by its number, in blocks of neighbours, these in larger blocks and so on,
+/// each with the box around its vertices. Most rings stay in one region for some while, so that the order of the
+/// ring will do; where its blocks overlap too much, as those of long thin teeth, vertices are put in order by
+/// halving.
+///
+/// Coordinates are compared on a grid over all vertices: whatever lies between two coordinates is between them on
+/// the grid, too.
+class VertexBlocks {
+public:
+    using Point = Vec<2, double>;
+    using Box = BBox<2, double>;
+
+    explicit VertexBlocks(std::pmr::memory_resource* memory)
+        : m_entries(memory), m_slots(memory), m_lanes(memory), m_left(memory), m_boxes(memory), m_boxLanes(memory) {
+    }
+
+    /// Holds these points, which must be finite, under the numbers 0, 1, 2 and so on, in place of all others.
+    void Reset(Scratch::List<Point> const& points);
+    /// Holds nothing.
+    void Clear() { m_entries.clear(); }
+    bool IsEmpty() const { return m_entries.empty(); }
+    /// The box around all points that were given to `Reset`.
+    Box const& Whole() const { return m_whole; }
+    /// True when the sides of a frame are asked for.
+    bool HasBlocks() const { return m_height > 0; }
+
+    /// Takes a point out.
+    void Remove(int number);
+
+    /// True when points come in the order of their numbers.
+    bool IsInRingOrder() const { return m_isInRingOrder; }
+
+    /// Calls `visit` with the numbers and points of all inside the frame, and some near it, until it returns false.
+    /// False then.
+    template <class Visitor>
+    bool Visit(PieceFrame const& frame, Visitor const& visit) const {
+        return Visit(frame, 0, static_cast<int>(m_entries.size()), visit);
+    }
+
+    /// The same for those that are in the order from one place to before another one; in the order of the ring, the
+    /// places are the numbers.
+    template <class Visitor>
+    bool Visit(PieceFrame const& frame, int begin, int end, Visitor const& visit) const {
+        if (begin >= end)
+            return true;
+        auto const& box = frame.Bounds();
+        Query const query{Lanes(OnGrid(box.m_min[0], 0)), Lanes(OnGrid(box.m_min[1], 1)),
+                          Lanes(OnGrid(box.m_max[0], 0)), Lanes(OnGrid(box.m_max[1], 1))};
+        Range const range{static_cast<std::size_t>(begin), static_cast<std::size_t>(end)};
+        return m_height > 0 ? VisitBlocks(m_height, range, frame, query, visit) : VisitPoints(range, query, visit);
+    }
+
+private:
+    struct Entry {
+        Point m_point;
+        int m_number;
+    };
+
+    struct Range {
+        std::size_t m_begin, m_end;
+
+        bool Has(std::size_t place) const { return place >= m_begin && place < m_end; }
+    };
+
+    /// The ends of a frame's box on the grid.
+    struct Query {
+        Lanes m_minX, m_minY, m_maxX, m_maxY;
+    };
+
+    struct PointLanes {
+        Lanes m_x, m_y;
+    };
+
+    struct BoxLanes {
+        Lanes m_minX, m_minY, m_maxX, m_maxY;
+    };
+
+    /// The number of points that are left in one of the smallest blocks, and that when its box was made.
+    struct Left {
+        int m_now, m_then;
+    };
+
+    /// A block holds 2 to this power of points, or of smaller blocks.
+    static constexpr std::size_t blockShift = 5;
+    static constexpr std::size_t blockSize = std::size_t{1} << blockShift;
+    /// As many blocks as are looked at without larger ones around them.
+    static constexpr std::size_t topSize = 128;
+    /// The coordinate on the grid of what has been taken out; that of all else is less.
+    static constexpr std::uint64_t gone = Lanes::greatest;
+
+    /// The coordinate on the grid; it never falls when `x` rises. Infinite values go to the ends.
+    std::uint64_t OnGrid(double x, std::size_t axis) const {
+        double const steps = (x - m_whole.m_min[axis]) * m_stepsPerUnit[axis];
+        double const most = static_cast<double>(gone - 1);
+        return steps > 0.0 ? static_cast<std::uint64_t>(steps < most ? steps : most) : 0;
+    }
+
+    /// \param range  of slots.
+    template <class Visitor>
+    bool VisitPoints(Range const& range, Query const& query, Visitor const& visit) const {
+        for (std::size_t word = range.m_begin / Lanes::count; word * Lanes::count < range.m_end; ++word) {
+            auto const& [x, y] = m_lanes[word];
+            auto hits = x.AtLeast(query.m_minX) & query.m_maxX.AtLeast(x) & y.AtLeast(query.m_minY) &
+                        query.m_maxY.AtLeast(y) & Lanes::highest;
+            for (; hits != 0; hits &= hits - 1) {
+                std::size_t const slot = word * Lanes::count + LowestBit(hits) / 16;
+                if (range.Has(slot) && !visit(m_entries[slot].m_number, m_entries[slot].m_point))
+                    return false;
+            }
+        }
+        return true;
+    }
+
+    /// \param height  of the blocks; those of points have 1.
+    /// \param range   of slots, not empty.
+    template <class Visitor>
+    bool VisitBlocks(std::size_t height, Range const& range, PieceFrame const& frame, Query const& query,
+                     Visitor const& visit) const {
+        std::size_t const shift = blockShift * height;
+        std::size_t const first = m_firstBlock[height];
+        Range const blocks{first + (range.m_begin >> shift), first + ((range.m_end - 1) >> shift) + 1};
+        for (std::size_t word = blocks.m_begin / Lanes::count; word * Lanes::count < blocks.m_end; ++word) {
+            auto const& box = m_boxLanes[word];
+            auto hits = box.m_maxX.AtLeast(query.m_minX) & query.m_maxX.AtLeast(box.m_minX) &
+                        box.m_maxY.AtLeast(query.m_minY) & query.m_maxY.AtLeast(box.m_minY) & Lanes::highest;
+            for (; hits != 0; hits &= hits - 1) {
+                std::size_t const block = word * Lanes::count + LowestBit(hits) / 16;
+                if (!blocks.Has(block) || frame.IsBeyond(m_boxes[block]))
+                    continue;
+                std::size_t const begin = (block - first) << shift;
+                Range const inside{std::max(range.m_begin, begin),
+                                   std::min(range.m_end, begin + (std::size_t{1} << shift))};
+                if (!(height > 1 ? VisitBlocks(height - 1, inside, frame, query, visit)
+                                 : VisitPoints(inside, query, visit)))
+                    return false;
+            }
+        }
+        return true;
+    }
+
+    /// What is in a block: slots, or blocks of the next lower height.
+    Range Inside(std::size_t height, std::size_t block) const {
+        std::size_t const first = height > 1 ? m_firstBlock[height - 1] : 0;
+        std::size_t const end = height > 1 ? m_firstBlock[height] : m_entries.size();
+        std::size_t const begin = first + ((block - m_firstBlock[height]) << blockShift);
+        return {begin, std::min(end, begin + blockSize)};
+    }
+
+    void MakeLanes();
+    void MakeBlocks();
+    bool IsCrowded() const;
+    void Halve(Range const& range);
+    Box BoxOf(std::size_t height, std::size_t block) const;
+    void SetBox(std::size_t block, Box const& box);
+
+    Box m_whole;
+    double m_stepsPerUnit[2] = {};
+    /// All points by their slots, also those that have been taken out, and the slot of each number.
+    Scratch::List<Entry> m_entries;
+    Scratch::List<int> m_slots;
+    /// The points by their slots on the grid.
+    Scratch::List<PointLanes> m_lanes;
+    bool m_isInRingOrder = true;
+    /// By the smallest blocks.
+    Scratch::List<Left> m_left;
+    /// The boxes of all blocks by their heights, and the same on the grid.
+    Scratch::List<Box> m_boxes;
+    Scratch::List<BoxLanes> m_boxLanes;
+    /// Where the blocks of each height begin, at the start of a word.
+    std::array<std::size_t, 8> m_firstBlock{};
+    /// The height of the largest blocks; 0 when there are none.
+    std::size_t m_height = 0;
+};
+
+} // namespace qel::Sectrix
