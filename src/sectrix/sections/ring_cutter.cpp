@@ -14,7 +14,7 @@ using Point = Vec<2, double>;
 double const squareTolerance = 1e-12;
 
 /// From this size on a ring has blocks of its vertices.
-std::size_t const blockThreshold = 32;
+std::size_t const blockThreshold = 48;
 
 bool IsSamePoint(Point const& p, Point const& q) {
     double const dx = p[0] - q[0];
