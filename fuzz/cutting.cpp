@@ -1,12 +1,90 @@
+#include "../bench/shapes.h"
 #include "../tests/plain_cutting.h"
 #include "result.h"
 #include "target.h"
+
+#include <algorithm>
 
 using namespace qel::Sectrix;
 
 namespace fuzz {
 
 namespace {
+
+/// A section that runs the steps of its build one by one, on a working list that it has filled itself.
+class SteppedSection : public CrossSection {
+public:
+    using CrossSection::CrossSection;
+
+    void BuildByHand(plain::Cutter const& twin) {
+        for (auto const& ring : twin.loops) {
+            auto& loop = AddConvexLoop();
+            for (auto const& corner : ring)
+                loop.AddVertex(corner.index, corner.exterior);
+        }
+        while (RemoveHole()) {
+        }
+        for (std::size_t i = 0, count = ConvexLoops().size(); i < count; ++i)
+            while (!BuildConvexLoop(i)) {
+            }
+    }
+};
+
+/// What hosts have, what is hard to cut, and what no host should have, mostly of few vertices. Large ones lie on
+/// both sides of each size from which something is indexed: rings of 48 and of 128 vertices, 40,000 pairs of hole
+/// and edge.
+shapes::Shape MakeShape(shapes::Random& random) {
+    bool const isLarge = shapes::Below(random, 8) == 0;
+    auto const size =
+        static_cast<std::size_t>(isLarge ? 100 + shapes::Below(random, 120) : 4 + shapes::Below(random, 60));
+    switch (shapes::Below(random, 9)) {
+    case 0:
+        return shapes::StarWithHoles(random, size,
+                                     isLarge ? static_cast<std::size_t>(shapes::Below(random, 90)) : size / 8);
+    case 1: // its holes touch and overlap
+        return shapes::GridPlate(random, isLarge ? 20 + shapes::Below(random, 30) : 2 + shapes::Below(random, 7));
+    case 2:
+        return shapes::Plate(1 + size / 8, static_cast<std::size_t>(1 + shapes::Below(random, 9)));
+    case 3:
+        return shapes::Garbage(random, static_cast<int>(size), 2 + shapes::Below(random, isLarge ? 40 : 8));
+    case 4:
+        return shapes::Coast(random, size, size / 20);
+    case 5:
+        return shapes::LeaningComb(size);
+    case 6:
+        return shapes::Comb(size);
+    case 7:
+        return shapes::Spiral(size);
+    default:
+        return shapes::NotchedCircle(size);
+    }
+}
+
+/// Scales and shifts a shape, and at times puts numbers into it that are no points.
+void Distort(shapes::Random& random, shapes::Shape& shape) {
+    double const scale = std::pow(10.0, shapes::Below(random, 15) - 7);
+    double const shift = shapes::Below(random, 3) * 1000.0 * scale;
+    for (auto& point : shape.points)
+        point = {point.x * scale + shift, point.y * scale - shift};
+    double const oddities[] = {INFINITY, -INFINITY, NAN, 1e308, -1e308, 1e200, 5e-324};
+    for (int i = shapes::Below(random, 6) ? 0 : 1 + shapes::Below(random, 3); i > 0 && !shape.points.empty(); --i) {
+        auto const place = shapes::Below(random, static_cast<int>(shape.points.size()));
+        auto& point = shape.points[static_cast<std::size_t>(place)];
+        (shapes::Below(random, 2) ? point.x : point.y) = oddities[shapes::Below(random, 7)];
+    }
+}
+
+plain::Cutter MakeTwin(shapes::Shape const& shape) {
+    plain::Cutter twin;
+    for (auto const& point : shape.points)
+        twin.pool.push_back({point.x, point.y});
+    for (auto const& loop : shape.loops) {
+        auto& ring = twin.loops.emplace_back();
+        for (int index : loop)
+            ring.push_back({index, true});
+    }
+    return twin;
+}
 
 /// Points, then loops of any indices, one behind the end and -1 among them. Beside the bytes of each point, long
 /// stretches may be drawn from a formula, so that a short input reaches what large loops need.
@@ -71,19 +149,64 @@ std::string TwinText(plain::Cutter const& twin) {
     return text + "0 names\n";
 }
 
+/// The judge is no judge unless it tells a section from one that is a little higher, has a corner less or a hole
+/// less.
+void CheckThatTwinSaysNo() {
+    shapes::Random random(3);
+    auto const shape = shapes::StarWithHoles(random, 30, 4);
+    auto twin = MakeTwin(shape);
+    twin.Run();
+    auto higher = shape; // by the last bit, and so at the feet of the bridges
+    for (auto& point : higher.points)
+        point.y = std::nextafter(point.y, 1000.0);
+    auto fewer = shape;
+    fewer.loops[0].pop_back();
+    auto solid = shape;
+    solid.loops.pop_back();
+    Require(CutText(MakeSet(MakeTwin(shape))) == TwinText(twin), "the twin says yes");
+    for (auto const& other : {higher, fewer, solid})
+        Require(CutText(MakeSet(MakeTwin(other))) != TwinText(twin), "the twin says no");
+}
+
+/// Bytes behind the word are the seed of a shape; without the word they are the points and loops.
+plain::Cutter TwinOf(std::string const& bytes) {
+    std::string const word = "shape";
+    if (bytes.compare(0, word.size(), word) != 0) {
+        Input input(bytes);
+        return ReadTwin(input);
+    }
+    std::uint64_t seed = 0;
+    for (char const byte : bytes.substr(word.size(), 8))
+        seed = seed * 256 + static_cast<unsigned char>(byte);
+    shapes::Random random(seed);
+    auto shape = MakeShape(random);
+    if (shapes::Below(random, 2))
+        Distort(random, shape);
+    return MakeTwin(shape);
+}
+
 } // namespace
 
 std::string RunCutting(std::string const& bytes) {
-    Input input(bytes);
-    auto twin = ReadTwin(input);
+    if (bytes == "judge") {
+        CheckThatTwinSaysNo();
+        return bytes;
+    }
+    auto twin = TwinOf(bytes);
     auto set = MakeSet(twin);
     auto const before = Text(set);
     auto const cut = CutText(set);
+    auto pool = MakeSet(twin).Positions();
+    SteppedSection stepped(pool, false);
+    if (!twin.loops[0].empty())
+        stepped.BuildByHand(twin);
     twin.Run();
     Require(cut == TwinText(twin), "cutting as the twin does");
     set.ResetConvexLoops();
     Require(Text(set) == before, "a reset takes back all that cutting has added");
     Require(CutText(set) == cut, "a second cut is like the first");
+    Require(twin.loops[0].empty() || Text(stepped.ConvexLoops()) == Text(set.Items()[0].ConvexLoops()),
+            "cutting step by step is like cutting at once");
     return cut;
 }
 

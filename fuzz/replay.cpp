@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <thread>
 #include <vector>
 
@@ -12,6 +13,7 @@
 // that came out.
 //
 //   replay threads target path...
+//   replay threads target --random count
 //
 // A path is a file or a folder; the files of a folder are taken by their names, and what lies in folders below it
 // is passed over. "all" as the target, with one path, stands for each target with the folder of its name in there.
@@ -39,6 +41,17 @@ void AddPath(std::vector<Case>& cases, fuzz::Target const& target, std::filesyst
     std::sort(files.begin(), files.end());
     for (auto const& file : files)
         AddFile(cases, target, file);
+}
+
+/// So many inputs of up to 600 bytes, the same each time, every second one the seed of a shape.
+void AddRandom(std::vector<Case>& cases, fuzz::Target const& target, unsigned long count) {
+    std::mt19937_64 random(1);
+    for (unsigned long i = 0; i < count; ++i) {
+        std::string bytes = i % 2 ? "shape" : "";
+        for (auto size = i % 2 ? 8 : random() % 600; size > 0; --size)
+            bytes += static_cast<char>(random() % 256);
+        cases.push_back({target, "random " + std::to_string(i), bytes});
+    }
 }
 
 /// FNV-1a, the same on every machine.
@@ -70,7 +83,9 @@ int main(int argumentCount, char** arguments) {
     std::vector<Case> cases;
     for (auto const& target : fuzz::targets::all)
         for (std::size_t i = 3; i < words.size(); ++i)
-            if (words[2] == target.m_name)
+            if (words[2] == target.m_name && words[3] == "--random")
+                AddRandom(cases, target, i == 3 ? 0 : std::stoul(words[i]));
+            else if (words[2] == target.m_name)
                 AddPath(cases, target, words[i]);
             else if (words[2] == "all")
                 AddPath(cases, target, std::filesystem::path(words[i]) / target.m_name);

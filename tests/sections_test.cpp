@@ -1,4 +1,3 @@
-#include "plain_cutting.h"
 #include "section_text.h"
 #include "shape_set.h"
 
@@ -14,166 +13,18 @@ using shapes::MakeSet;
 
 namespace {
 
-/// A section that runs the steps of its build one by one, on a working list that it has filled itself.
-class SteppedSection : public CrossSection {
-public:
-    using CrossSection::CrossSection;
-    using CrossSection::Modulo;
-
-    void BuildByHand(shapes::Shape const& shape) {
-        for (auto const& indices : shape.loops) {
-            auto& loop = AddConvexLoop();
-            for (int index : indices)
-                loop.AddVertex(index, true);
-        }
-        while (RemoveHole()) {
-        }
-        for (std::size_t i = 0, count = ConvexLoops().size(); i < count; ++i)
-            while (!BuildConvexLoop(i)) {
-            }
-    }
-};
-
-plain::Cutter MakeTwin(shapes::Shape const& shape) {
-    plain::Cutter twin;
-    for (auto const& point : shape.points)
-        twin.pool.push_back({point.x, point.y});
-    for (auto const& loop : shape.loops) {
-        auto& ring = twin.loops.emplace_back();
-        for (int index : loop)
-            ring.push_back({index, true});
-    }
-    return twin;
-}
-
 /// Everything that a build makes, bit for bit.
-template <class Loops, class PointAt>
-std::string BuildText(Loops const& loops, std::vector<int> const& added, PointAt pointAt) {
+std::string BuildText(CrossSection const& section) {
     std::ostringstream text;
     text << std::hexfloat;
-    for (auto const& loop : loops)
-        text << LoopText(loop) << '\n';
-    for (int index : added) {
-        auto const [x, y] = pointAt(index);
-        text << index << " at " << x << ' ' << y << '\n';
+    for (auto const& loop : section.ConvexLoops())
+        text << LoopText(loop.Vertices()) << '\n';
+    bool found = false;
+    for (int index : section.AddedVertices()) {
+        auto const& point = section.Positions().GetPosition(static_cast<std::uint64_t>(index), found).Position();
+        text << index << " at " << point[0] << ' ' << point[1] << '\n';
     }
     return text.str();
-}
-
-std::string BuildText(CrossSection const& section) {
-    std::vector<std::vector<Vertex>> loops;
-    for (auto const& loop : section.ConvexLoops())
-        loops.push_back(loop.Vertices());
-    return BuildText(loops, section.AddedVertices(), [&section](int index) {
-        bool found = false;
-        auto const& point = section.Positions().GetPosition(static_cast<std::uint64_t>(index), found).Position();
-        return plain::Point{point[0], point[1]};
-    });
-}
-
-std::string BuildText(plain::Cutter const& twin) {
-    return BuildText(twin.loops, twin.added,
-                     [&twin](int index) { return twin.pool[static_cast<std::size_t>(index)]; });
-}
-
-/// Compares a build with that of the twin, and a build step by step and one after a reset with both.
-void ExpectSameAsTwin(shapes::Shape const& shape) {
-    auto twin = MakeTwin(shape);
-    twin.Run();
-    auto set = MakeSet(shape);
-    auto const expected = BuildText(twin);
-    ASSERT_EQ(BuildText(set.Items()[0]), expected);
-    set.ResetConvexLoops();
-    ASSERT_EQ(set.Positions().Count(), static_cast<int>(shape.points.size()));
-    ASSERT_EQ(BuildText(set.Items()[0]), expected);
-    if (shape.loops[0].empty())
-        return;
-    auto pool = MakeSet(shape).Positions();
-    SteppedSection stepped(pool, false);
-    stepped.BuildByHand(shape);
-    ASSERT_EQ(BuildText(stepped), expected);
-}
-
-/// Scales and shifts a shape, and at times puts numbers into it that are no points.
-void Distort(shapes::Random& random, shapes::Shape& shape) {
-    double const scale = std::pow(10.0, shapes::Below(random, 15) - 7);
-    double const shift = shapes::Below(random, 3) * 1000.0 * scale;
-    for (auto& point : shape.points)
-        point = {point.x * scale + shift, point.y * scale - shift};
-    double const oddities[] = {INFINITY, -INFINITY, NAN, 1e308, -1e308, 1e200, 5e-324};
-    for (int i = shapes::Below(random, 6) ? 0 : 1 + shapes::Below(random, 3); i > 0 && !shape.points.empty(); --i) {
-        auto& point =
-            shape.points[static_cast<std::size_t>(shapes::Below(random, static_cast<int>(shape.points.size())))];
-        (shapes::Below(random, 2) ? point.x : point.y) = oddities[shapes::Below(random, 7)];
-    }
-}
-
-/// A shape that may take every index: rings on both sides of 128 vertices, which is where they get a tree, and
-/// holes and edges on both sides of 40,000 pairs, where the edges get one.
-shapes::Shape LargeShape(shapes::Random& random, int kind) {
-    auto const size = static_cast<std::size_t>(100 + shapes::Below(random, 120));
-    switch (kind) {
-    case 0:
-        return shapes::StarWithHoles(random, size, static_cast<std::size_t>(shapes::Below(random, 90)));
-    case 1:
-        return shapes::GridPlate(random, 20 + shapes::Below(random, 30)); // its holes touch and overlap
-    case 2:
-        return shapes::Plate(size / 8, static_cast<std::size_t>(1 + shapes::Below(random, 9)));
-    case 3:
-        return shapes::Garbage(random, static_cast<int>(2 * size), 3 + shapes::Below(random, 40));
-    case 4:
-        return shapes::Coast(random, size, size / 20);
-    case 5:
-        return shapes::LeaningComb(size / 2);
-    default:
-        return shapes::NotchedCircle(size);
-    }
-}
-
-TEST(Cutting, AnswersAsTheTwinDoesOnLargeShapes) {
-    shapes::Random random(4);
-    for (int round = 0; round < 140 && !::testing::Test::HasFatalFailure(); ++round) {
-        SCOPED_TRACE(round);
-        auto shape = LargeShape(random, round % 7);
-        if (round % 2)
-            Distort(random, shape);
-        ExpectSameAsTwin(shape);
-    }
-}
-
-TEST(Cutting, AnswersAsTheTwinDoes) {
-    shapes::Random random(1);
-    for (int round = 0; round < 6000 && !::testing::Test::HasFatalFailure(); ++round) {
-        SCOPED_TRACE(round);
-        auto const size = static_cast<std::size_t>(4 + shapes::Below(random, 40));
-        auto shape = round % 5 == 0   ? shapes::StarWithHoles(random, size, size / 8)
-                     : round % 5 == 1 ? shapes::GridPlate(random, 2 + shapes::Below(random, 7))
-                     : round % 5 == 2 ? shapes::Comb(size)
-                     : round % 5 == 3
-                         ? shapes::Spiral(size)
-                         : shapes::Garbage(random, static_cast<int>(size), 2 + shapes::Below(random, 8));
-        if (round % 2)
-            Distort(random, shape);
-        ExpectSameAsTwin(shape);
-    }
-}
-
-TEST(Cutting, TheTwinCanSayNo) {
-    shapes::Random random(3);
-    auto const shape = shapes::StarWithHoles(random, 30, 4);
-    auto twin = MakeTwin(shape);
-    twin.Run();
-    auto const build = [](shapes::Shape const& other) { return BuildText(MakeSet(other).Items()[0]); };
-    ASSERT_EQ(build(shape), BuildText(twin));
-    auto higher = shape; // by the last bit, and so at the feet of the bridges
-    for (auto& point : higher.points)
-        point.y = std::nextafter(point.y, 1000.0);
-    auto fewer = shape;
-    fewer.loops[0].pop_back();
-    auto solid = shape;
-    solid.loops.pop_back();
-    for (auto const& other : {higher, fewer, solid})
-        EXPECT_NE(build(other), BuildText(twin));
 }
 
 double SignedArea(CrossSection const& section, Loop const& loop) {
@@ -354,7 +205,11 @@ TEST(Sections, CopyAndAssignAsTheirPoolsDemand) {
     EXPECT_EQ(set.Positions().Count(), 9); // built on the way
     EXPECT_EQ(built.AddedVertices(), std::vector<int>({8}));
 
-    SteppedSection const steps(pool, false);
+    struct Steps : CrossSection {
+        using CrossSection::CrossSection;
+        using CrossSection::Modulo;
+    };
+    Steps const steps(pool, false);
     EXPECT_EQ(std::vector<int>({steps.Modulo(-1, 5), steps.Modulo(-6, 5), steps.Modulo(7, 5), steps.Modulo(5, 5)}),
               std::vector<int>({4, 4, 2, 0}));
     CrossSection sparse(pool, true);
