@@ -1,12 +1,97 @@
+#include "../bench/drafts.h"
+#include "../bench/shapes.h"
 #include "../tests/plain_alignment.h"
 #include "result.h"
 #include "target.h"
 
+#include <algorithm>
+
 using namespace qel::Sectrix;
+using shapes::Draft;
+using shapes::Ring;
 
 namespace fuzz {
 
 namespace {
+
+/// Two sets to compare and to blend, and what else they are asked.
+struct Question {
+    CrossSections m_first, m_second;
+    double m_ratio;
+    std::size_t m_place;
+};
+
+/// Rings with holes in them; rings, holes and sections are as many as lie on both sides of each threshold. Names:
+/// none, all different, few letters, the same in all sections, only in holes, one in a ring, the same in exterior
+/// loops only.
+Draft MakeDraft(shapes::Random& random) {
+    int const naming = shapes::Below(random, 7), counts[] = {1, 2, 3, 31, 32, 40},
+              count = counts[shapes::Below(random, 6)];
+    int const sizes[] = {3, 4, 5, 0, 47, 48, 60}, size = sizes[shapes::Below(random, count > 3 ? 3 : 7)];
+    int const holeCounts[] = {0, 1, 2, 3, 31, 32, 36};
+    int const holes = holeCounts[shapes::Below(random, size > 5 ? 2 : count > 3 ? 4 : 7)];
+    Draft draft(std::size_t(count), std::vector<Ring>(std::size_t(holes + 1)));
+    for (int s = 0; s < count; ++s)
+        for (int r = 0; r <= holes; ++r) {
+            double const x = r ? shapes::Below(random, 9) - 4 : 0, y = r ? r % 7 - 3 : 0, radius = r ? 0.4 : 10;
+            int const corners = r == 0 ? size : 3 + (naming == 6 ? shapes::Below(random, 3) : 0);
+            for (auto const& corner : shapes::Star(random, std::size_t(corners), x, y, radius - 0.3, radius)) {
+                auto& ring = draft[std::size_t(s)][std::size_t(r)];
+                auto const place = std::to_string(r) + "." + std::to_string(ring.size());
+                auto const own = std::to_string(s % 35) + ":" + place;
+                auto const letter = std::string("ABC").substr(std::size_t(shapes::Below(random, 4)), 1);
+                std::string const names[] = {
+                    "", own, letter, place, r > 0 ? own : "", ring.empty() ? own : "", r == 0 ? place : ""};
+                ring.push_back({names[naming], {corner.x, corner.y}});
+            }
+        }
+    return draft;
+}
+
+/// Turns rings and reorders holes and sections, and at times spoils a corner.
+Draft Twist(shapes::Random& random, Draft draft, bool isReordered) {
+    for (std::size_t s = 0; s < draft.size() && isReordered; ++s) {
+        for (auto& ring : draft[s])
+            if (!ring.empty())
+                std::rotate(ring.begin(), ring.begin() + shapes::Below(random, int(ring.size())), ring.end());
+        for (std::size_t i = 2; i < draft[s].size(); ++i)
+            std::swap(draft[s][i], draft[s][std::size_t(1 + shapes::Below(random, int(i)))]);
+        std::swap(draft[s], draft[std::size_t(shapes::Below(random, int(s) + 1))]);
+    }
+    for (int spoils = shapes::Below(random, 5) - 2; spoils > 0; --spoils) {
+        auto& section = draft[std::size_t(shapes::Below(random, int(draft.size())))];
+        auto& ring = section[std::size_t(shapes::Below(random, int(section.size())))];
+        std::string const names[] = {"!", "*", "", ring.empty() ? "" : ring[0].name};
+        int const kind = shapes::Below(random, 6);
+        if (kind < 4 && !ring.empty())
+            ring[std::size_t(shapes::Below(random, int(ring.size())))].name = names[kind];
+        else if (!ring.empty())
+            ring.erase(ring.begin() + shapes::Below(random, int(ring.size())));
+    }
+    return draft;
+}
+
+/// A draft and its twist, at times with holes over a pool without names, which are compared by their indices.
+Question DraftedQuestion(std::uint64_t seed) {
+    static CSPositions const unnamed = shapes::MakeSet(Draft{}).Positions();
+    shapes::Random random(seed);
+    auto const draft = MakeDraft(random);
+    auto strays = shapes::Below(random, 4) == 0 ? random() : 0;
+    auto const make = [&](Draft const& from) {
+        auto set = shapes::MakeSet(from);
+        for (auto& section : set.GetItems())
+            if (strays != 0) {
+                auto const& pool = strays % 2 ? unnamed : set.Positions();
+                section.GetInteriorLoops().emplace_back(pool, false).AddVertex(1, true);
+                strays = strays / 2 + (strays % 2 << 63);
+            }
+        return set;
+    };
+    auto first = make(Twist(random, draft, false));
+    auto second = make(Twist(random, draft, shapes::Below(random, 4) != 0));
+    return {std::move(first), std::move(second), shapes::Below(random, 9) / 4.0 - 0.5,
+            static_cast<std::size_t>(shapes::Below(random, 50))};
+}
 
 /// A pool with few names, and sections with loops of any indices, one behind the end and -1 among them.
 /// \param like  where not null, the set to begin as a copy of.
@@ -81,6 +166,18 @@ std::string WholeText(CrossSections const& set) {
     return text;
 }
 
+/// Bytes behind the word are the seed of a draft; without the word they are the sets themselves.
+Question QuestionOf(std::string const& bytes) {
+    std::string const word = "shape";
+    if (bytes.compare(0, word.size(), word) == 0)
+        return DraftedQuestion(SeedIn(bytes.substr(word.size())));
+    Input input(bytes);
+    double const ratio = input.Below(9) / 4.0 - 0.5;
+    auto first = ReadSet(input, nullptr);
+    auto second = ReadSet(input, &first);
+    return {std::move(first), std::move(second), ratio, static_cast<std::size_t>(input.Below(50))};
+}
+
 void CheckLoops(Loop const& loop, Loop const& other) {
     bool isGood = false;
     bool isPlainGood = false;
@@ -89,13 +186,40 @@ void CheckLoops(Loop const& loop, Loop const& other) {
     Require(loop.IsCompatible(other) == plain::IsCompatible(loop, other), "compatible loops");
 }
 
+void CheckPartners(Question const& question) {
+    auto const& section = question.m_first.Items()[0];
+    bool found = false;
+    for (bool const convex : {false, true}) {
+        auto const& partner = question.m_second.GetCompatibleSection(section, question.m_place, convex, found);
+        auto const* expected = plain::FindSection(question.m_second, section, question.m_place, convex);
+        Require(found ? &partner == expected : !expected && &partner == &section, "the partner of a section");
+    }
+    for (auto const& loop : question.m_second.Items()[0].InteriorLoops()) {
+        auto const& partner = section.GetCompatibleInteriorLoop(loop, question.m_place % 3, found);
+        auto const* expected = plain::FindLoop(section, loop, question.m_place % 3);
+        Require(found ? &partner == expected : !expected && &partner == &loop, "the partner of a hole");
+    }
+}
+
+/// The judge is no judge unless it tells sets that match from those that do not.
+void CheckThatWalksSayNo() {
+    Draft draft{{{{"A", {0, 0}}, {"B", {1, 0}}, {"C", {0, 1}}}}};
+    auto const set = shapes::MakeSet(draft);
+    std::rotate(draft[0][0].begin(), draft[0][0].begin() + 1, draft[0][0].end());
+    Require(plain::IsCompatible(set, shapes::MakeSet(draft), false), "the twin says yes");
+    std::swap(draft[0][0][0].name, draft[0][0][1].name);
+    Require(!plain::IsCompatible(set, shapes::MakeSet(draft), false), "the twin says no");
+}
+
 } // namespace
 
 std::string RunAlignment(std::string const& bytes) {
-    Input input(bytes);
-    double const ratio = input.Below(9) / 4.0 - 0.5;
-    auto const first = ReadSet(input, nullptr);
-    auto const second = ReadSet(input, &first);
+    if (bytes == "judge") {
+        CheckThatWalksSayNo();
+        return bytes;
+    }
+    auto const question = QuestionOf(bytes);
+    auto const& [first, second, ratio, place] = question;
     if (!first.Items().empty() && !second.Items().empty())
         CheckLoops(first.Items()[0].ExteriorLoop(), second.Items().back().ExteriorLoop());
     std::string text;
@@ -114,6 +238,8 @@ std::string RunAlignment(std::string const& bytes) {
                 "what blending builds");
         text += (isSame ? "same\n" : "other\n") + blended;
     }
+    if (!first.Items().empty() && !second.Items().empty())
+        CheckPartners(question);
     return text;
 }
 

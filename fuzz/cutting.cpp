@@ -175,10 +175,7 @@ plain::Cutter TwinOf(std::string const& bytes) {
         Input input(bytes);
         return ReadTwin(input);
     }
-    std::uint64_t seed = 0;
-    for (char const byte : bytes.substr(word.size(), 8))
-        seed = seed * 256 + static_cast<unsigned char>(byte);
-    shapes::Random random(seed);
+    shapes::Random random(SeedIn(bytes.substr(word.size())));
     auto shape = MakeShape(random);
     if (shapes::Below(random, 2))
         Distort(random, shape);

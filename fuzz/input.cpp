@@ -20,6 +20,13 @@ void Input::ReadScale() {
     m_shift = (byte & 0x40) ? 1000.0 * m_scale : 0.0;
 }
 
+std::uint64_t SeedIn(std::string const& bytes) {
+    std::uint64_t seed = 0;
+    for (char const byte : bytes.substr(0, 8))
+        seed = seed * 256 + static_cast<unsigned char>(byte);
+    return seed;
+}
+
 double Input::Coordinate() {
     double const oddities[] = {INFINITY, -INFINITY, NAN,  1e308,   -1e308, 1e200, 5e-324,  -0.0,
                                1e-6,     2e-6,      1e-7, 0.00009, 0.0001, 0.5,   1.0 / 3, 1e15};

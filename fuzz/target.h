@@ -11,6 +11,9 @@ namespace fuzz {
 /// Ends the program where an answer is wrong, so that the input counts as a finding.
 void Require(bool isTrue, char const* what);
 
+/// The first eight bytes as a number.
+std::uint64_t SeedIn(std::string const& bytes);
+
 /// Takes bytes apart into numbers; past the end they are zeros.
 class Input {
 public:

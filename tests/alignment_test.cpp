@@ -1,5 +1,5 @@
+#include "drafts.h"
 #include "plain_alignment.h"
-#include "shapes.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -7,160 +7,17 @@
 using namespace qel;
 using namespace qel::Sectrix;
 using namespace sectrix_tests;
-using shapes::Below;
+using shapes::Draft;
+using shapes::MakeSet;
+using shapes::Ring;
 
 namespace {
-
-/// A bang for a name is a vertex without a position, a star the vertex before once more.
-struct Corner {
-    std::string name = {};
-    Vec<2, double> point = {};
-};
-using Ring = std::vector<Corner>;
-/// Rings by section, the exterior one first.
-using Draft = std::vector<std::vector<Ring>>;
-
-/// The set has three unnamed positions more, in front.
-CrossSections MakeSet(Draft const& draft) {
-    CSPositions pool;
-    for (int i = 0; i < 3; ++i)
-        pool.AddPosition({});
-    for (auto const& section : draft)
-        for (auto const& ring : section)
-            for (auto const& [name, point] : ring)
-                pool.AddPosition(name == "!" || name == "*" ? "" : name, point);
-    CrossSections set(pool, false);
-    auto& items = set.GetItems();
-    items.assign(draft.size(), CrossSection(items[0]));
-    int index = 3;
-    for (std::size_t i = 0; i < draft.size(); ++i)
-        for (auto const& ring : draft[i]) {
-            auto& loop = &ring == &draft[i][0] ? items[i].GetExteriorLoop() : items[i].AddInteriorLoop();
-            for (auto const& [name, point] : ring) {
-                loop.AddVertex(name == "!" ? pool.Count() * (index % 2) - 1 + index % 2 : index - (name == "*"),
-                               index % 9 != 0);
-                ++index;
-            }
-        }
-    return set;
-}
-
-/// Rings with holes in them; rings, holes and sections are as many as lie on both sides of each threshold. Names:
-/// none, all different, few letters, the same in all sections, only in holes, one in a ring, the same in exterior
-/// loops only.
-Draft MakeDraft(shapes::Random& random) {
-    int const naming = Below(random, 7), counts[] = {1, 2, 3, 31, 32, 40}, count = counts[Below(random, 6)];
-    int const sizes[] = {3, 4, 5, 0, 47, 48, 60}, size = sizes[Below(random, count > 3 ? 3 : 7)];
-    int const holeCounts[] = {0, 1, 2, 3, 31, 32, 36};
-    int const holes = holeCounts[Below(random, size > 5 ? 2 : count > 3 ? 4 : 7)];
-    Draft draft(std::size_t(count), std::vector<Ring>(std::size_t(holes + 1)));
-    for (int s = 0; s < count; ++s)
-        for (int r = 0; r <= holes; ++r) {
-            double const x = r ? Below(random, 9) - 4 : 0, y = r ? r % 7 - 3 : 0, radius = r ? 0.4 : 10;
-            int const corners = r == 0 ? size : 3 + (naming == 6 ? Below(random, 3) : 0);
-            for (auto const& corner : shapes::Star(random, std::size_t(corners), x, y, radius - 0.3, radius)) {
-                auto& ring = draft[std::size_t(s)][std::size_t(r)];
-                auto const place = std::to_string(r) + "." + std::to_string(ring.size());
-                auto const own = std::to_string(s % 35) + ":" + place;
-                auto const letter = std::string("ABC").substr(std::size_t(Below(random, 4)), 1);
-                std::string const names[] = {
-                    "", own, letter, place, r > 0 ? own : "", ring.empty() ? own : "", r == 0 ? place : ""};
-                ring.push_back({names[naming], {corner.x, corner.y}});
-            }
-        }
-    return draft;
-}
-
-/// Turns rings and reorders holes and sections, and at times spoils a corner.
-Draft Twist(shapes::Random& random, Draft draft, bool isReordered) {
-    for (std::size_t s = 0; s < draft.size() && isReordered; ++s) {
-        for (auto& ring : draft[s])
-            if (!ring.empty())
-                std::rotate(ring.begin(), ring.begin() + Below(random, int(ring.size())), ring.end());
-        for (std::size_t i = 2; i < draft[s].size(); ++i)
-            std::swap(draft[s][i], draft[s][std::size_t(1 + Below(random, int(i)))]);
-        std::swap(draft[s], draft[std::size_t(Below(random, int(s) + 1))]);
-    }
-    for (int spoils = Below(random, 5) - 2; spoils > 0; --spoils) {
-        auto& section = draft[std::size_t(Below(random, int(draft.size())))];
-        auto& ring = section[std::size_t(Below(random, int(section.size())))];
-        std::string const names[] = {"!", "*", "", ring.empty() ? "" : ring[0].name};
-        int const kind = Below(random, 6);
-        if (kind < 4 && !ring.empty())
-            ring[std::size_t(Below(random, int(ring.size())))].name = names[kind];
-        else if (!ring.empty())
-            ring.erase(ring.begin() + Below(random, int(ring.size())));
-    }
-    return draft;
-}
-
-/// All of a set and, without building any, what building convex loops has added.
-std::string Text(CrossSections const& set) {
-    auto text = SetText(set);
-    for (auto const& section : set.Items())
-        for (int index : section.AddedVertices())
-            text += std::to_string(&section - &set.Items()[0]) + " added " + std::to_string(index) + '\n';
-    return text;
-}
 
 void ExpectSameLoops(Loop const& loop, Loop const& other) {
     bool ok = false, twinOk = false;
     ASSERT_EQ(loop.GetOtherShift(other, ok), plain::Shift(loop, other, twinOk));
     ASSERT_EQ(ok, twinOk);
     ASSERT_EQ(loop.IsCompatible(other), plain::IsCompatible(loop, other));
-}
-
-TEST(Alignment, AnswersAsTheTwinDoes) {
-    shapes::Random random(3);
-    int answers[2][2] = {};
-    CSPositions const unnamed = MakeSet({}).Positions();
-    for (int round = 0; round < 800 && !HasFatalFailure(); ++round) {
-        SCOPED_TRACE(round);
-        auto const draft = MakeDraft(random);
-        auto const firstDraft = Twist(random, draft, false), secondDraft = Twist(random, draft, round % 4 != 0);
-        auto const strays = Below(random, 4) == 0 ? random() : 0;
-        auto const make = [&](Draft const& from, std::uint64_t bits) {
-            auto set = MakeSet(from);
-            for (auto& section : set.GetItems()) { // holes that are compared by their indices
-                if (strays)
-                    section.GetInteriorLoops()
-                        .emplace_back(bits % 2 ? unnamed : set.Positions(), false)
-                        .AddVertex(1, true);
-                bits = bits / 2 + (bits % 2 << 63);
-            }
-            return set;
-        };
-        auto const first = make(firstDraft, strays), second = make(secondDraft, strays >> 7);
-        auto const twinFirst = make(firstDraft, strays), twinSecond = make(secondDraft, strays >> 7);
-        auto const expectSameSources = [&] {
-            ASSERT_EQ(Text(first) + Text(second), Text(twinFirst) + Text(twinSecond));
-        };
-        auto const& section = first.Items()[0];
-        ExpectSameLoops(section.ExteriorLoop(), second.Items()[0].ExteriorLoop());
-        for (bool const convex : {false, true}) {
-            bool const answer = plain::IsCompatible(twinFirst, twinSecond, convex);
-            ++answers[convex][answer];
-            ASSERT_EQ(first.IsCompatible(second, convex), answer);
-            expectSameSources();
-            double const ratio = Below(random, 9) / 4.0 - 0.5;
-            ASSERT_EQ(Text(CrossSections(first, second, ratio, convex)),
-                      plain::BlendText(twinFirst, twinSecond, ratio, convex));
-            expectSameSources();
-            auto const place = std::size_t(Below(random, 50));
-            bool found = false;
-            auto const& partner = second.GetCompatibleSection(section, place, convex, found);
-            auto const* expected = plain::FindSection(second, section, place, convex);
-            ASSERT_TRUE(found ? &partner == expected : !expected && &partner == &section);
-        }
-        for (auto const& loop : second.Items()[0].InteriorLoops()) {
-            bool found = false;
-            auto const& partner = section.GetCompatibleInteriorLoop(loop, std::size_t(round % 3), found);
-            auto const* expected = plain::FindLoop(section, loop, std::size_t(round % 3));
-            ASSERT_TRUE(found ? &partner == expected : !expected && &partner == &loop);
-        }
-    }
-    for (int const count : {answers[0][0], answers[0][1], answers[1][0], answers[1][1]})
-        EXPECT_GT(count, 90) << "the twin says yes and no";
 }
 
 /// A letter is a name, a dot none; x counts the corners.
