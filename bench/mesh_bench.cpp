@@ -25,7 +25,7 @@ namespace {
 Lattice const kScattered{{0, 0, 0}, {0.001, 0.001, 0.001}, {100000, 100000, 100000}};
 constexpr double kNever = std::numeric_limits<double>::max();
 
-/// Random points of a lattice, so many copies of each, shuffled, and triangles over all of them in their order.
+/// Random points of a lattice, `copies` of each, shuffled, and triangles over all of them in their order.
 Mesh Soup(Lattice const& lattice, int count, int copies) {
     shapes::Random random(7);
     meshes::Positions positions;
@@ -105,7 +105,7 @@ void MergeBesidePeers(benchmark::State& state) {
 }
 BENCHMARK(MergeBesidePeers)->Arg(30000)->Arg(1000000)->Apply(InTurns);
 
-/// 100,000 and 1,000,000 positions in turn, of a lattice and with so many copies of each; `growth` is the ratio of
+/// 100,000 and 1,000,000 positions in turn, of a lattice and with `copies` of each; `growth` is the ratio of
 /// the best times.
 void MergeGrowth(benchmark::State& state, Lattice const& lattice, int copies) {
     Mesh const small = Soup(lattice, 100000, copies), large = Soup(lattice, 1000000, copies);

@@ -24,6 +24,18 @@ std::string MeshText(Mesh const& mesh) {
     return text + '\n';
 }
 
+/// Takes back the arrays that are lent to a mesh, which would free them.
+struct Loan {
+    aiMesh& m_mesh;
+
+    ~Loan() {
+        for (unsigned i = 0; i < m_mesh.mNumFaces; ++i)
+            m_mesh.mFaces[i].mIndices = nullptr;
+        m_mesh.mVertices = nullptr;
+        m_mesh.mFaces = nullptr;
+    }
+};
+
 /// Positions that are mostly close to a lattice, some of them closer to each other than what is merged.
 std::vector<Position> ReadPositions(Input& input) {
     std::vector<Position> positions(static_cast<std::size_t>(input.Below(400)));
@@ -54,25 +66,22 @@ Mesh Import(Input& input) {
             corner = input.Below(16) ? static_cast<unsigned>(input.Byte()) : 0xFFFFFFFFu;
     }
     std::vector<aiFace> faces(corners.size());
-    for (std::size_t i = 0; i < faces.size(); ++i) {
-        faces[i].mNumIndices = static_cast<unsigned>(corners[i].size());
-        faces[i].mIndices = corners[i].data();
-    }
     aiMesh source;
+    Loan const loan{source};
     source.mVertices = vertices.data();
     source.mNumVertices = static_cast<unsigned>(vertices.size());
     source.mFaces = faces.data();
     source.mNumFaces = static_cast<unsigned>(faces.size());
+    for (std::size_t i = 0; i < faces.size(); ++i) {
+        faces[i].mNumIndices = static_cast<unsigned>(corners[i].size());
+        faces[i].mIndices = corners[i].data();
+    }
     Mat<4, double> matrix;
     for (int edits = input.Below(4); edits > 0; --edits)
         matrix[static_cast<std::size_t>(input.Below(16))] = input.Coordinate();
     Mesh mesh(L"key", L"name");
     mesh.fromOBJ(&source, Matrix{matrix.m_elements.data()});
     mesh.fromOBJ(&source, Matrix{mesh.Transform().m_elements.data()});
-    source.mVertices = nullptr; // the arrays here are not the mesh's to free
-    source.mFaces = nullptr;
-    for (auto& face : faces)
-        face.mIndices = nullptr;
     Require(mesh.Positions().size() == 2 * vertices.size(), "every vertex is appended, each time");
     return mesh;
 }
@@ -86,8 +95,7 @@ std::string RunMesh(std::string const& bytes) {
     for (auto& index : indices) {
         index = input.Below(static_cast<int>(positions.size()) + 2);
         if (input.Below(32) == 31)
-            index += std::int64_t{1} << (31 + input.Below(32) % 32);
-        index &= INT64_MAX; // a mesh has no negative index
+            index += std::int64_t{1} << (31 + input.Below(32));
     }
     Mesh mesh(L"key", L"name"); // with lists that no import could make
     const_cast<std::vector<Position>&>(mesh.Positions()) = positions;

@@ -85,11 +85,17 @@ TEST(Mesh, ImportAppendsTrianglesUnderTheMatrix) {
     Mesh const merged(mesh, true);
     EXPECT_EQ(merged.Transform().m_elements, matrix.m_elements);
     EXPECT_EQ(merged.Key() + merged.Name(), L"keyname");
+    Mesh taken(std::move(mesh));
+    Mesh(L"", L"") = std::move(taken);
+    EXPECT_EQ(mesh.Transform().m_elements, matrix.m_elements);
+    EXPECT_EQ(taken.Transform().m_elements, matrix.m_elements);
 }
 
 TEST(Mesh, BoundingBoxTakesInWhatIsNotANumber) {
     Position min = At(7, 7, 7), max = min;
     EXPECT_TRUE(!MakeMesh({}, {0}).BoundingBox(min, max) && max.X() == 7);
+    EXPECT_TRUE(MakeMesh({At(1, 2, -3)}, {}).BoundingBox(min, max));
+    EXPECT_TRUE(Holds(MakeMesh({min, max}, {}), {At(1, 2, -3), At(1, 2, -3)}, {}));
     EXPECT_TRUE(MakeMesh({At(1, 9, NAN), At(NAN, 2, 5), At(4, NAN, 6)}, {}).BoundingBox(min, max));
     EXPECT_TRUE(Holds(MakeMesh({min, max}, {}), {At(4, NAN, 5), At(4, NAN, 6)}, {}));
 }
@@ -121,5 +127,6 @@ TEST(Position, TransformsInOrderAndIsNearBelowTheTolerance) {
     EXPECT_EQ(Position(1, 1, 0, Matrix{matrix.m_elements.data()}).Y(), INFINITY);
     EXPECT_TRUE(At(0).Near(At(-0.00009)) && At(0).Near(At(NAN)) && Position().Near(Position()));
     EXPECT_FALSE(At(0).Near(At(0, 0.0001)) || At(0).Near(At(0, 0.00008, 0.00007)) || At(0).Near(Position()));
+    EXPECT_TRUE(At(0, -INFINITY).IsValid() && !At(0, NAN).IsValid());
     EXPECT_EQ(At(1, 2, 3).Distance2(At(3, -1, 9)), 49);
 }

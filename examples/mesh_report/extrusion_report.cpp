@@ -3,6 +3,7 @@
 #include "common/markup.h"
 #include "common/svg.h"
 #include "mesh_report/isometry.h"
+#include "mesh_report/position_text.h"
 
 #include <algorithm>
 #include <array>
@@ -31,10 +32,6 @@ constexpr char const* kStyle =
     ".plane{stroke:#2e7d32;stroke-width:1.2;fill:#a5d6a7;fill-opacity:.35}"
     ".normal{stroke:#2e7d32;stroke-width:1.6;fill:none}"
     ".plane-text{fill:#1b5e20;font-size:12px;paint-order:stroke;stroke:#fff;stroke-width:3}";
-
-std::string Text(Position const& position) {
-    return '(' + Number(position.X()) + ", " + Number(position.Y()) + ", " + Number(position.Z()) + ')';
-}
 
 std::vector<std::string> TreeLines(LoadedExtrusion const& loaded) {
     auto const& extrusion = loaded.m_extrusion;

@@ -107,6 +107,27 @@ void DrawMesh(Svg& svg, Mesh const& mesh, View const& view) {
     Paint(svg, std::move(pieces), view, kPixelsOff / view.Scale());
 }
 
+/// Draws a mesh under a line of text, in a panel with room for `points`, and returns the way into it.
+View DrawPanel(Svg& svg, Mesh const& mesh, std::string const& state, double left,
+               std::vector<Point> const& points) {
+    View const view = FitView(points, {left, kHeading + kMargin / 2}, {kPanelWidth, kPanelHeight});
+    svg.Text({left, kHeading}, state + ": " + std::to_string(mesh.Positions().size()) + " positions", "sub");
+    DrawMesh(svg, mesh, view);
+    return view;
+}
+
+void DrawOthers(Svg& svg, std::vector<OtherFace> const& others, View const& view) {
+    for (OtherFace const& face : others) {
+        std::vector<Point> corners;
+        for (Position const& corner : face)
+            if (IsFinite(corner))
+                corners.push_back(view(Isometric(VectorTo(corner))));
+        if (!corners.empty())
+            corners.push_back(corners.front());
+        svg.Polyline(corners, "other");
+    }
+}
+
 } // namespace
 
 std::optional<std::string> DrawMeshes(Mesh const& mesh, Mesh const& merged, std::vector<OtherFace> const& others,
@@ -124,27 +145,10 @@ std::optional<std::string> DrawMeshes(Mesh const& mesh, Mesh const& merged, std:
 
     Svg svg(2 * kPanelWidth + 3 * kMargin, kHeading + kPanelHeight + 2 * kMargin, title, kStyle);
     svg.Text({kMargin, kMargin}, title, "title");
-    double left = kMargin;
-    for (Mesh const* const shown : {&mesh, &merged}) {
-        View const view = FitView(points, {left, kHeading + kMargin / 2}, {kPanelWidth, kPanelHeight});
-        std::string const count = std::to_string(shown->Positions().size()) + " positions";
-        svg.Text({left, kHeading}, (shown == &mesh ? "as imported: " : "merged: ") + count, "sub");
-        DrawMesh(svg, *shown, view);
-        if (shown == &mesh)
-            for (OtherFace const& face : others) {
-                std::vector<Point> corners;
-                for (Position const& corner : face)
-                    if (IsFinite(corner))
-                        corners.push_back(view(Isometric(VectorTo(corner))));
-                if (!corners.empty())
-                    corners.push_back(corners.front());
-                svg.Polyline(corners, "other");
-            }
-        else
-            svg.ScaleBar({left, kHeading + kPanelHeight + 1.4 * kMargin}, 200, view.Scale(),
-                         "units along the axes");
-        left += kPanelWidth + kMargin;
-    }
+    DrawOthers(svg, others, DrawPanel(svg, mesh, "as imported", kMargin, points));
+    double const right = 2 * kMargin + kPanelWidth;
+    View const view = DrawPanel(svg, merged, "merged", right, points);
+    svg.ScaleBar({right, kHeading + kPanelHeight + 1.4 * kMargin}, 200, view.Scale(), "units along the axes");
     return svg.Document();
 }
 

@@ -2,6 +2,7 @@
 
 #include "common/markup.h"
 #include "mesh_report/mesh_picture.h"
+#include "mesh_report/position_text.h"
 #include "sectrix/foundation/text_conversion.h"
 #include "sectrix/mesh/mesh.h"
 
@@ -49,10 +50,6 @@ std::vector<OtherFace> OtherFaces(aiMesh const& source, Matrix const& matrix) {
             }
     }
     return faces;
-}
-
-std::string Text(Position const& position) {
-    return '(' + Number(position.X()) + ", " + Number(position.Y()) + ", " + Number(position.Z()) + ')';
 }
 
 Table CountTable(Mesh const& mesh, Mesh const& merged) {

@@ -10,10 +10,11 @@
 /// Parts that are described by 3D polylines: an extrusion is a list of sections, a section a list of profiles, a
 /// profile a list of positions. An end plane is a record of its own.
 ///
-/// All of them only read. A `from` returns true whatever it is given: a key that is missing leaves its field as it
-/// was, and what has the wrong kind leaves the default or adds nothing. A list is added to, never emptied first,
-/// and each of its document's elements adds one of its own, of whatever kind. Each list is sized once; the cost is
-/// that of the document. When memory runs out what was read stays. Copies are deep.
+/// All of them only read. A `from` returns true whatever it is given. A key that is missing leaves its field as it
+/// was. What has the wrong kind adds nothing to a list and leaves "Start" as it was, but makes "Exterior" false,
+/// "assemblyPartName" empty and "Skew" 0; origins, normals and points are read as `Position::from` says. A list is
+/// added to, never emptied first, and each of its document's elements adds one of its own, of whatever kind. Each
+/// list is sized once; the cost is that of the document. When memory runs out what was read stays. Copies are deep.
 
 namespace qel {
 
@@ -33,7 +34,8 @@ public:
     /// The skew, as it was read.
     double Skew() const { return m_skew; }
 
-    /// Reads "Start" (looked at only when it is a boolean), "Origin", "Normal" and "Skew".
+    /// Reads "Start", where anything but a boolean leaves it as it was, "Origin" and "Normal" as `Position::from`
+    /// does, and "Skew", where anything but a number makes it 0.
     bool from(Dom const& dom);
 
 private:
@@ -56,7 +58,7 @@ public:
     /// Takes the positions over and leaves `other` without any.
     Profile& operator=(Profile&& other) noexcept;
 
-    /// In document order. A point that is no array of three is there too, and is not valid.
+    /// In document order. A point of fewer than three elements is there too, and is not valid.
     std::vector<Position> const& Positions() const { return m_positions; }
 
     /// Adds the positions under "Points".

@@ -14,7 +14,7 @@ Position::Position(double x, double y, double z, Matrix const& matrix)
     : Position(Transformed(x, y, z, matrix.m_elements)) {}
 
 bool Position::IsValid() const {
-    // Only numbers below +infinity are less than it.
+    // Only numbers below +infinity are less than it: what is not a number compares false, so it is invalid too.
     return m_x < kNotGiven && m_y < kNotGiven && m_z < kNotGiven;
 }
 

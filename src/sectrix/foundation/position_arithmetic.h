@@ -19,7 +19,8 @@ inline double SquaredDistance(Position const& a, Position const& b) {
     return dx * dx + dy * dy + dz * dz;
 }
 
-/// True also where the distance is not a number.
+/// True also where the distance is not a number. The product is exactly the double 1e-8, on which positions exactly
+/// 0.0001 apart depend: they are not near.
 inline bool AreNear(Position const& a, Position const& b) {
     return !(SquaredDistance(a, b) >= kNearDistance * kNearDistance);
 }

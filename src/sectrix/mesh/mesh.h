@@ -32,8 +32,8 @@ public:
     /// that is not a number is near to everything. Triangles that have become degenerate stay in their place; an
     /// index of no position is left out, which shifts the corners behind it.
     ///
-    /// Defined for fewer than 2^31 positions and indices. Costs time that grows with their number, and beside the
-    /// copy itself at most 41 bytes a position, freed at the end.
+    /// Defined for fewer than 2^31 positions and indices. Costs time about linear in their number, and beside
+    /// the copy itself at most 41 bytes a position, freed at the end.
     Mesh(Mesh const& other, bool merge);
     /// Takes texts and lists over and leaves `other` with none; `other` keeps its transform.
     Mesh(Mesh&& other) noexcept;
