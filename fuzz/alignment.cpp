@@ -221,7 +221,8 @@ std::string RunAlignment(std::string const& bytes) {
     auto const question = QuestionOf(bytes);
     auto const& [first, second, ratio, place] = question;
     if (!first.Items().empty() && !second.Items().empty())
-        CheckLoops(first.Items()[0].ExteriorLoop(), second.Items().back().ExteriorLoop());
+        for (auto const* section : {&first.Items().front(), &second.Items().front(), &second.Items().back()})
+            CheckLoops(first.Items()[0].ExteriorLoop(), section->ExteriorLoop());
     std::string text;
     for (bool const convex : {false, true}) {
         CrossSections const ours[] = {first, second}, twins[] = {first, second};
