@@ -1,6 +1,9 @@
 #include "sectrix/sections/partner_search.h"
 
+#include <algorithm>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace qel::Sectrix {
 

@@ -1,6 +1,8 @@
 #include "sectrix/foundation/strict_arithmetic.h"
 #include "sectrix/sections/partner_search.h"
 
+#include <algorithm>
+
 namespace qel::Sectrix {
 
 namespace {

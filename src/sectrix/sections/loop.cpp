@@ -48,6 +48,7 @@ void Loop::Add(Loop const& other, int place, int from, int to) {
     bool const wasEmpty = m_vertices.empty();
     if (!other.HasPlace(from) || !other.HasPlace(to) || (!wasEmpty && !HasPlace(place)))
         return;
+    bool const isWholeLoop = wasEmpty && to == from;
 
     // The run is copied aside first, since it may wrap around and `other` may be this loop.
     auto const source = other.m_vertices.begin();
@@ -56,9 +57,8 @@ void Loop::Add(Loop const& other, int place, int from, int to) {
         run.assign(source + from, source + to + 1);
     } else {
         run.assign(source + from, other.m_vertices.end());
-        run.insert(run.end(), source, source + (wasEmpty && to == from ? to : to + 1));
+        run.insert(run.end(), source, source + (isWholeLoop ? to : to + 1));
     }
-    bool const isWholeLoop = wasEmpty && to == from;
     if (!isWholeLoop)
         run.front().SetExterior(false);
     if (!wasEmpty)

@@ -1,5 +1,6 @@
 #include "sectrix/sections/partner_search.h"
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <string>
@@ -90,7 +91,7 @@ struct SectionKey {
 /// Builds the convex loops when they are what is compared.
 ///
 /// \param count  of the section's named positions.
-SectionKey KeyOf(CrossSection const& section, bool convex, std::uint64_t count) {
+SectionKey MakeSectionKey(CrossSection const& section, bool convex, std::uint64_t count) {
     SectionKey key;
     auto const add = [&key](Loop const& loop) {
         auto const loopKey = KeyOf(loop);
@@ -119,7 +120,7 @@ SectionKey KeyOf(CrossSection const& section, bool convex, std::uint64_t count) 
 /// So a partner without repeats has the same keys. One with repeats may have fewer; it stands under one of its
 /// loops, if possible a named one, which few others have.
 std::optional<std::uint64_t> FilingKey(CrossSection const& section, bool convex, std::uint64_t count) {
-    auto const key = KeyOf(section, convex, count);
+    auto const key = MakeSectionKey(section, convex, count);
     if (!key.m_isNamed)
         return anyKey;
     auto const& loops = section.InteriorLoops();
@@ -173,11 +174,18 @@ CrossSection const* SectionSearch::Find(CrossSection const& section, std::uint64
     auto const& items = m_searched.Items();
     bool const byName = HaveNames(m_searched.Positions(), section.Positions());
     bool const byKey = byName && items.size() >= leastKeyedCount;
-    auto const isPartner = [&](CrossSection const& candidate) { return IsPartner(section, candidate); };
-    auto const* partner = FindPartner(items, place, byName && !byKey, isPartner);
+    auto const* partner = FindPartner(items, place, byName && !byKey,
+                                      [&](CrossSection const& candidate) { return IsPartner(section, candidate); });
     if (partner || !byKey)
         return partner;
-    return PrepareGroups() ? FindByKey(section) : FindPartner(items, items.size(), true, isPartner);
+    return PrepareGroups() ? FindByKey(section) : Walk(section);
+}
+
+/// The first partner in list order, whatever the keys say.
+CrossSection const* SectionSearch::Walk(CrossSection const& section) {
+    auto const& items = m_searched.Items();
+    return FindPartner(items, items.size(), true,
+                       [&](CrossSection const& candidate) { return IsPartner(section, candidate); });
 }
 
 bool SectionSearch::IsPartner(CrossSection const& section, CrossSection const& candidate) {
@@ -204,10 +212,9 @@ CrossSection const* SectionSearch::FindByKey(CrossSection const& section) {
     auto const group = m_groups.find(count);
     if (group == m_groups.end())
         return nullptr;
-    auto const key = KeyOf(section, m_convex, count);
+    auto const key = MakeSectionKey(section, m_convex, count);
     if (!key.m_isNamed)
-        return FindPartner(m_searched.Items(), m_searched.Items().size(), true,
-                           [&](CrossSection const& candidate) { return IsPartner(section, candidate); });
+        return Walk(section);
     auto const keys = SearchKeys(key);
     auto const* partner = FindFiled(section, keys);
     return partner ? partner : FileUntilFound(section, keys, count, group->second);

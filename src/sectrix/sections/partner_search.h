@@ -84,6 +84,7 @@ private:
     };
 
     bool IsPartner(CrossSection const& section, CrossSection const& candidate);
+    CrossSection const* Walk(CrossSection const& section);
     bool PrepareGroups();
     CrossSection const* FindByKey(CrossSection const& section);
     CrossSection const* FindFiled(CrossSection const& section, std::vector<std::uint64_t> const& keys);

@@ -86,10 +86,11 @@ public:
         if (begin >= end)
             return true;
         auto const& box = frame.Bounds();
-        Query const query{Lanes(OnGrid(box.m_min[0], 0)), Lanes(OnGrid(box.m_min[1], 1)),
-                          Lanes(OnGrid(box.m_max[0], 0)), Lanes(OnGrid(box.m_max[1], 1))};
+        BoxLanes const sought{Lanes(OnGrid(box.m_min[0], 0)), Lanes(OnGrid(box.m_min[1], 1)),
+                              Lanes(OnGrid(box.m_max[0], 0)), Lanes(OnGrid(box.m_max[1], 1))};
         Range const range{static_cast<std::size_t>(begin), static_cast<std::size_t>(end)};
-        return m_height > 0 ? VisitBlocks(m_height, range, frame, query, visit) : VisitPoints(range, query, visit);
+        return m_height > 0 ? VisitBlocks(m_height, range, frame, sought, visit)
+                            : VisitPoints(range, sought, visit);
     }
 
 private:
@@ -104,15 +105,12 @@ private:
         bool Has(std::size_t place) const { return place >= m_begin && place < m_end; }
     };
 
-    /// The ends of a frame's box on the grid.
-    struct Query {
-        Lanes m_minX, m_minY, m_maxX, m_maxY;
-    };
-
+    /// Four points on the grid.
     struct PointLanes {
         Lanes m_x, m_y;
     };
 
+    /// Four boxes on the grid, or the same one four times.
     struct BoxLanes {
         Lanes m_minX, m_minY, m_maxX, m_maxY;
     };
@@ -139,11 +137,11 @@ private:
 
     /// \param range  of slots.
     template <class Visitor>
-    bool VisitPoints(Range const& range, Query const& query, Visitor const& visit) const {
+    bool VisitPoints(Range const& range, BoxLanes const& sought, Visitor const& visit) const {
         for (std::size_t word = range.m_begin / Lanes::count; word * Lanes::count < range.m_end; ++word) {
             auto const& [x, y] = m_lanes[word];
-            auto hits = x.AtLeast(query.m_minX) & query.m_maxX.AtLeast(x) & y.AtLeast(query.m_minY) &
-                        query.m_maxY.AtLeast(y) & Lanes::highest;
+            auto hits = x.AtLeast(sought.m_minX) & sought.m_maxX.AtLeast(x) & y.AtLeast(sought.m_minY) &
+                        sought.m_maxY.AtLeast(y) & Lanes::highest;
             for (; hits != 0; hits &= hits - 1) {
                 std::size_t const slot = word * Lanes::count + LowestBit(hits) / 16;
                 if (range.Has(slot) && !visit(m_entries[slot].m_number, m_entries[slot].m_point))
@@ -156,15 +154,15 @@ private:
     /// \param height  of the blocks; those of points have 1.
     /// \param range   of slots, not empty.
     template <class Visitor>
-    bool VisitBlocks(std::size_t height, Range const& range, PieceFrame const& frame, Query const& query,
+    bool VisitBlocks(std::size_t height, Range const& range, PieceFrame const& frame, BoxLanes const& sought,
                      Visitor const& visit) const {
         std::size_t const shift = blockShift * height;
         std::size_t const first = m_firstBlock[height];
         Range const blocks{first + (range.m_begin >> shift), first + ((range.m_end - 1) >> shift) + 1};
         for (std::size_t word = blocks.m_begin / Lanes::count; word * Lanes::count < blocks.m_end; ++word) {
             auto const& box = m_boxLanes[word];
-            auto hits = box.m_maxX.AtLeast(query.m_minX) & query.m_maxX.AtLeast(box.m_minX) &
-                        box.m_maxY.AtLeast(query.m_minY) & query.m_maxY.AtLeast(box.m_minY) & Lanes::highest;
+            auto hits = box.m_maxX.AtLeast(sought.m_minX) & sought.m_maxX.AtLeast(box.m_minX) &
+                        box.m_maxY.AtLeast(sought.m_minY) & sought.m_maxY.AtLeast(box.m_minY) & Lanes::highest;
             for (; hits != 0; hits &= hits - 1) {
                 std::size_t const block = word * Lanes::count + LowestBit(hits) / 16;
                 if (!blocks.Has(block) || frame.IsBeyond(m_boxes[block]))
@@ -172,8 +170,8 @@ private:
                 std::size_t const begin = (block - first) << shift;
                 Range const inside{std::max(range.m_begin, begin),
                                    std::min(range.m_end, begin + (std::size_t{1} << shift))};
-                if (!(height > 1 ? VisitBlocks(height - 1, inside, frame, query, visit)
-                                 : VisitPoints(inside, query, visit)))
+                if (!(height > 1 ? VisitBlocks(height - 1, inside, frame, sought, visit)
+                                 : VisitPoints(inside, sought, visit)))
                     return false;
             }
         }
