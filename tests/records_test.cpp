@@ -335,20 +335,21 @@ std::wstring State(ParametricReference const& r) {
 }
 
 /// Copies, moves and sets a record whose state is to be `full`.
+/// \param other    a plain record.
 /// \param setters  for its texts, in the order of the constructor.
 template <class Record>
-void CheckValue(Record record, std::wstring const& full,
+void CheckValue(Record record, Record other, std::wstring const& full,
                 std::vector<void (Record::*)(std::wstring const&)> const& setters) {
     auto const emptied = full.substr(setters.size());
     auto& self = record;
     record = self;
     record = std::move(self);
     EXPECT_EQ(State(record), full);
-    Record moved(std::move(record));
-    EXPECT_EQ(State(moved) + State(record), full + emptied);
-    record = std::move(moved);
-    EXPECT_EQ(State(record) + State(moved), full + emptied);
-    moved = record;
+    other = std::move(record);
+    EXPECT_EQ(State(other) + State(record), full + emptied);
+    Record moved(std::move(other));
+    EXPECT_EQ(State(moved) + State(other), full + emptied);
+    record = moved;
     EXPECT_EQ(State(record) + State(moved), full + full);
     wchar_t text = L'a';
     for (auto const set : setters)
@@ -362,13 +363,13 @@ TEST_F(Records, AreValues) {
     EXPECT_EQ(Obj().Transform().m_elements, (Mat<4, double>::Identity()));
     Mat<4, double> transform;
     transform[12] = 9.0;
-    CheckValue(AcisGeometry(L"1", L"2", L"3", L"4", transform, -3, L"5"), L"12345|-3|9",
+    CheckValue(AcisGeometry(L"1", L"2", L"3", L"4", transform, -3, L"5"), AcisGeometry(), L"12345|-3|9",
                {&AcisGeometry::SetGuid, &AcisGeometry::SetParentClass, &AcisGeometry::SetParentGuid,
                 &AcisGeometry::SetDataGuid, &AcisGeometry::SetCategory});
-    CheckValue(Obj(5, L"1", L"2", L"3", L"4", L"5", transform), L"12345|5|9",
+    CheckValue(Obj(5, L"1", L"2", L"3", L"4", L"5", transform), Obj(), L"12345|5|9",
                {&Obj::SetKey, &Obj::SetName, &Obj::SetParentID, &Obj::SetParentClass, &Obj::SetDataGuid});
     CheckValue(
-        ParametricReference(L"1", L"2", L"3", transform), L"123|9",
+        ParametricReference(L"1", L"2", L"3", transform), ParametricReference({}, {}, {}, {}), L"123|9",
         {&ParametricReference::SetPath, &ParametricReference::SetParametricType, &ParametricReference::SetData});
 }
 
