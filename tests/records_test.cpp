@@ -89,8 +89,9 @@ AcisGeometry Geometry(std::wstring const& dataGuid) {
 void PullCases(Host const& host, gvs::Database& database) {
     int count = 0;
     auto const check = [&](auto const& record, sqlite3_stmt* row) {
+        auto const size = sqlite3_column_bytes(row, 0); // first, since it turns text into the bytes that it counts
         std::string const bytes(static_cast<char const*>(sqlite3_column_blob(row, 0)),
-                                static_cast<std::size_t>(sqlite3_column_bytes(row, 0)));
+                                static_cast<std::size_t>(size));
         EXPECT_EQ(Pull(record, &database), bytes) << sqlite3_column_text(row, 1);
         ++count;
     };
