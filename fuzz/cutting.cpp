@@ -60,9 +60,10 @@ shapes::Shape MakeShape(shapes::Random& random) {
     }
 }
 
-/// Scales and shifts a shape, and at times puts numbers into it that are no points.
+/// Scales and shifts a shape, at times to where doubles are farther apart than 1, and at times puts numbers into it
+/// that are no points.
 void Distort(shapes::Random& random, shapes::Shape& shape) {
-    double const scale = std::pow(10.0, shapes::Below(random, 15) - 7);
+    double const scale = shapes::Below(random, 8) ? std::pow(10.0, shapes::Below(random, 15) - 7) : 1e15;
     double const shift = shapes::Below(random, 3) * 1000.0 * scale;
     for (auto& point : shape.points)
         point = {point.x * scale + shift, point.y * scale - shift};

@@ -1,6 +1,7 @@
 #include "sectrix/sections/edge_index.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace qel::Sectrix {
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace qel::Sectrix {
 
@@ -88,7 +89,8 @@ HoleMerger::Foot HoleMerger::FindFoot(Point const& head) {
                 best = foot;
                 m_nearest.clear();
             }
-            if (foot.m_point[0] == best.m_point[0])
+            bool const isFound = best.m_edge >= 0; // beyond 1e16, the start may be level with the left-most vertex
+            if (isFound && foot.m_point[0] == best.m_point[0])
                 m_nearest.push_back(foot);
         });
         return true;

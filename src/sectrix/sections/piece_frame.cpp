@@ -15,7 +15,8 @@ bool PieceFrame::Reset(Scratch::List<Point> const& corners, double leastTurn, do
     // A point in the piece has passed its edges, each moved outward by what the tolerance on a turn value comes to.
     // Where two moved edges meet, their corner has moved by the sum of the two edges times the tolerance through
     // the turn. No edge is longer than the box. In every direction one of the moved corners lies furthest, so that
-    // the frame may close around these.
+    // the frame may close around these. This holds for each shorter piece as well: its corners are among these, and
+    // its turns are no less than the least.
     double const factor = (turnTolerance + turnError) / (leastTurn - turnError);
     for (std::size_t axis = 0; axis < 2; ++axis) {
         m_margin[axis] = 2 * factor * (m_box.m_max[axis] - m_box.m_min[axis]) + pointError;

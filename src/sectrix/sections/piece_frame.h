@@ -33,7 +33,7 @@ public:
 
     Box const& Bounds() const { return m_box; }
 
-    /// True when no point of the box is inside the frame.
+    /// True only when no point of the box is inside the frame; may be false even so.
     bool IsBeyond(Box const& box) const {
         // One jump for all: which of them decides cannot be foretold.
         bool isOutside = box.m_min[0] > m_box.m_max[0];
@@ -57,7 +57,7 @@ private:
 
     void AddSide(Scratch::List<Point> const& corners, Point const& tail, Point const& head);
 
-    /// About this many edges of the chain are taken, and the chord.
+    /// At most this many edges of the chain, spread along it, are taken, and the chord.
     static constexpr std::size_t comparedEdges = 4;
 
     Box m_box;

@@ -1,5 +1,4 @@
 #include "sectrix/sections/ring_cutter.h"
-#include "sectrix/sections/turn.h"
 
 #include <algorithm>
 #include <cmath>
@@ -61,9 +60,11 @@ void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> 
     if (m_size < blockThreshold || !std::all_of(points.begin(), points.end(), IsTame))
         return;
     m_blocks.Reset(points);
-    // Three roundings in each of two products of a width and a height, and one in their difference, of 2^-53 each.
+    // Of 2^-53 times width times height each: three roundings in either product, and one in their difference, which
+    // may be twice as large.
     auto const& box = m_blocks.Whole();
     m_turnError = 1e-15 * (box.m_max[0] - box.m_min[0]) * (box.m_max[1] - box.m_min[1]);
+    // Some ninety roundings of the coordinates; a frame and the comparison with it take fewer.
     m_pointError = 0.0;
     for (auto const& corner : {box.m_min, box.m_max})
         m_pointError += 1e-14 * (std::abs(corner[0]) + std::abs(corner[1]));
@@ -79,7 +80,7 @@ std::optional<RingCutter::Chain> RingCutter::FindPiece() {
             return std::nullopt;
         Chain chain{start, Grow(start)};
         int const grownEnd = chain.m_end;
-        if (Clear(chain))
+        if (Shrink(chain))
             return chain;
         RememberFailure(start, grownEnd);
     }
@@ -94,7 +95,7 @@ int RingCutter::Grow(int start) {
     auto const &first = At(start), &behindFirst = At(second);
     m_corners.clear();
     m_corners.insert(m_corners.end(), {first, behindFirst, At(end)});
-    m_leastTurn = -Turn(first, behindFirst, At(end));
+    m_leastTurn = -Turn(first, behindFirst, At(end)); // the same at all three corners, but for rounding
     for (int next = Next(end); next != start; next = Next(next)) {
         auto const& point = At(next);
         double const turns[] = {Turn(m_corners[m_corners.size() - 2], m_corners.back(), point),
@@ -110,25 +111,26 @@ int RingCutter::Grow(int start) {
 
 /// Shrinks the chain from its end until no vertex outside it, each looked at once in their order, lies in the
 /// piece; false when nothing is left.
-bool RingCutter::Clear(Chain& chain) {
+bool RingCutter::Shrink(Chain& chain) {
     m_shrinkers.clear();
-    if (m_blocks.IsEmpty() || !Frame()) {
+    if (m_blocks.IsEmpty() || !MakeFrame()) {
         for (int number = Next(chain.m_end); number != chain.m_start; number = Next(number))
-            if (!ClearOf(number, At(number), chain))
+            if (!ShrinkFor(number, At(number), chain))
                 return false;
         return true;
     }
     if (!m_blocks.IsInRingOrder())
-        return ClearOfNear(chain);
+        return ShrinkForNear(chain);
     auto const [start, end] = chain;
-    auto const clearOf = [&](int number, Point const& point) { return ClearOf(number, point, chain); };
+    auto const shrinkFor = [&](int number, Point const& point) { return ShrinkFor(number, point, chain); };
     if (end < start)
-        return m_blocks.Visit(m_frame, end + 1, start, clearOf);
-    return m_blocks.Visit(m_frame, end + 1, static_cast<int>(m_ring.size()), clearOf) &&
-           m_blocks.Visit(m_frame, 0, start, clearOf);
+        return m_blocks.Visit(m_frame, end + 1, start, shrinkFor);
+    return m_blocks.Visit(m_frame, end + 1, static_cast<int>(m_ring.size()), shrinkFor) &&
+           m_blocks.Visit(m_frame, 0, start, shrinkFor);
 }
 
-bool RingCutter::ClearOf(int number, Point const& point, Chain& chain) {
+/// Shrinks the chain from its end until the vertex does not lie in the piece; false when nothing is left.
+bool RingCutter::ShrinkFor(int number, Point const& point, Chain& chain) {
     if (!Contains(chain, point))
         return true;
     m_shrinkers.push_back(number);
@@ -156,8 +158,8 @@ bool RingCutter::PassesEdges(Chain const& chain, Point const& point) const {
     return true;
 }
 
-/// Clears the chain of the vertices that may lie in the piece or in one that it shrinks to, which come in no order.
-bool RingCutter::ClearOfNear(Chain& chain) {
+/// The same by the vertices that may lie in the piece or in one that it shrinks to, which come in any order.
+bool RingCutter::ShrinkForNear(Chain& chain) {
     // Numbers that go around the ring from the end of the chain on; those of the chain itself come last.
     int const count = static_cast<int>(m_ring.size());
     auto const fromEnd = [count, end = chain.m_end](int number) {
@@ -173,17 +175,17 @@ bool RingCutter::ClearOfNear(Chain& chain) {
         isClear = isClear && !Contains(chain, point);
         return isClear || !isTriangle;
     });
-    // A piece that contains none of them as it is does not shrink. A triangle shrinks to nothing at any one. Else
-    // their order counts, as far as there is a piece.
+    // Where none lies in the piece as it has grown, it stays. A triangle is lost at any one. Otherwise the piece
+    // shrinks by each in the order of the ring.
     if (isClear)
         return true;
     if (isTriangle)
-        return ClearOf(m_near.back(), At(m_near.back()), chain);
+        return ShrinkFor(m_near.back(), At(m_near.back()), chain);
     auto const isLater = [&](int a, int b) { return fromEnd(a) > fromEnd(b); };
     std::make_heap(m_near.begin(), m_near.end(), isLater);
     for (; !m_near.empty(); m_near.pop_back()) {
         std::pop_heap(m_near.begin(), m_near.end(), isLater);
-        if (!ClearOf(m_near.back(), At(m_near.back()), chain))
+        if (!ShrinkFor(m_near.back(), At(m_near.back()), chain))
             return false;
     }
     return true;
@@ -191,7 +193,7 @@ bool RingCutter::ClearOfNear(Chain& chain) {
 
 /// Makes the frame around the piece as it has grown; false when there is none, so that all vertices have to be
 /// looked at.
-bool RingCutter::Frame() {
+bool RingCutter::MakeFrame() {
     if (!m_frame.Reset(m_corners, m_leastTurn, m_turnError, m_pointError))
         return false;
     if (m_blocks.HasBlocks())

@@ -72,11 +72,11 @@ private:
     };
 
     int Grow(int start);
-    bool Clear(Chain& chain);
-    bool ClearOf(int number, Point const& point, Chain& chain);
+    bool Shrink(Chain& chain);
+    bool ShrinkFor(int number, Point const& point, Chain& chain);
     bool PassesEdges(Chain const& chain, Point const& point) const;
-    bool ClearOfNear(Chain& chain);
-    bool Frame();
+    bool ShrinkForNear(Chain& chain);
+    bool MakeFrame();
     void RememberFailure(int start, int grownEnd);
     void Unlink(Chain const& chain);
     void TryAgainWithout(int number);
@@ -109,11 +109,11 @@ private:
     /// The vertices by where they lie; empty for a tiny ring, and where points are not finite or so large that a
     /// product overflows.
     VertexBlocks m_blocks;
-    /// Sums up the rounding of a turn value, and of a coordinate, anywhere in the ring.
+    /// Bounds on the rounding error of a turn value, and of a coordinate, anywhere in the ring.
     double m_turnError = 0.0, m_pointError = 0.0;
     /// The corners of the piece of the present trial as it had grown.
     Scratch::List<Point> m_corners;
-    /// The least of the turns to the left at these corners while it grew.
+    /// The least turn to the left at any corner of this piece, or of a shorter one from the same start.
     double m_leastTurn = 0.0;
     /// What lies around the piece.
     PieceFrame m_frame;

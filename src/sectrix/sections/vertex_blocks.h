@@ -41,9 +41,9 @@ private:
 };
 
 /// The vertices of a ring, each known by its number, in blocks of neighbours, these in larger blocks and so on,
-/// each with the box around its vertices. Most rings stay in one region for some while, so that the order of the
-/// ring will do; where its blocks overlap too much, as those of long thin teeth, vertices are put in order by
-/// halving.
+/// each with a box that holds what is left of its vertices. Most rings stay in one region for some while, so that
+/// the order of the ring will do; where its blocks overlap too much, as those of long thin teeth, vertices are put
+/// in order by halving.
 ///
 /// Coordinates are compared on a grid over all vertices: whatever lies between two coordinates is between them on
 /// the grid, too.
@@ -63,7 +63,7 @@ public:
     bool IsEmpty() const { return m_entries.empty(); }
     /// The box around all points that were given to `Reset`.
     Box const& Whole() const { return m_whole; }
-    /// True when the sides of a frame are asked for.
+    /// True when there are boxes, which is when a frame needs sides.
     bool HasBlocks() const { return m_height > 0; }
 
     /// Takes a point out.
@@ -79,8 +79,7 @@ public:
         return Visit(frame, 0, static_cast<int>(m_entries.size()), visit);
     }
 
-    /// The same for those that are in the order from one place to before another one; in the order of the ring, the
-    /// places are the numbers.
+    /// The same for the slots `begin` to `end` - 1. In ring order a point's slot is its number.
     template <class Visitor>
     bool Visit(PieceFrame const& frame, int begin, int end, Visitor const& visit) const {
         if (begin >= end)
@@ -115,7 +114,7 @@ private:
         Lanes m_minX, m_minY, m_maxX, m_maxY;
     };
 
-    /// The number of points that are left in one of the smallest blocks, and that when its box was made.
+    /// How many points are left in one of the smallest blocks, and how many there were when its box was last made.
     struct Left {
         int m_now, m_then;
     };
@@ -123,12 +122,12 @@ private:
     /// A block holds 2 to this power of points, or of smaller blocks.
     static constexpr std::size_t blockShift = 5;
     static constexpr std::size_t blockSize = std::size_t{1} << blockShift;
-    /// As many blocks as are looked at without larger ones around them.
+    /// Up to this many points, or blocks, are looked at one by one, with no blocks around them.
     static constexpr std::size_t topSize = 128;
     /// The coordinate on the grid of what has been taken out; that of all else is less.
     static constexpr std::uint64_t gone = Lanes::greatest;
 
-    /// The coordinate on the grid; it never falls when `x` rises. Infinite values go to the ends.
+    /// The coordinate on the grid; it never falls when `x` rises. The infinite ones of an empty box go to an end.
     std::uint64_t OnGrid(double x, std::size_t axis) const {
         double const steps = (x - m_whole.m_min[axis]) * m_stepsPerUnit[axis];
         double const most = static_cast<double>(gone - 1);
@@ -203,10 +202,10 @@ private:
     bool m_isInRingOrder = true;
     /// By the smallest blocks.
     Scratch::List<Left> m_left;
-    /// The boxes of all blocks by their heights, and the same on the grid.
+    /// Boxes around at least what is left in each block, by height, and the same on the grid.
     Scratch::List<Box> m_boxes;
     Scratch::List<BoxLanes> m_boxLanes;
-    /// Where the blocks of each height begin, at the start of a word.
+    /// Where the blocks of each height begin, at the start of a word. Five heights hold 2^31 points.
     std::array<std::size_t, 8> m_firstBlock{};
     /// The height of the largest blocks; 0 when there are none.
     std::size_t m_height = 0;
