@@ -200,16 +200,19 @@ TEST_F(OutOfMemory, Documents) {
 }
 
 TEST_F(OutOfMemory, CuttingAndResetting) {
+    // Large enough for blocks of vertices, and for more working memory than stands on the stack.
+    auto const first = MakeSet(0, 150, 6);
+    auto const text = fuzz::Text(first), cut = fuzz::CutText(CrossSections(first));
     Exhaust([&](Attempt attempt) {
-        CrossSections set = m_first;
+        CrossSections set = first;
         auto const& section = set.Items()[0];
         if (!attempt([&] { section.ConvexLoops(); })) {
-            EXPECT_EQ(set.Positions().Count(), m_first.Positions().Count());
+            EXPECT_EQ(set.Positions().Count(), first.Positions().Count());
             EXPECT_TRUE(section.AddedVertices().empty());
         }
-        EXPECT_EQ(fuzz::CutText(set), m_cut);
+        EXPECT_EQ(fuzz::CutText(set), cut);
         attempt([&] { set.ResetConvexLoops(); });
-        ExpectIntact(set, m_text, m_cut);
+        ExpectIntact(set, text, cut);
     });
     std::ofstream stream("/dev/null");
     Exhaust([&](Attempt attempt) {
