@@ -19,7 +19,7 @@ public:
 
     int Find(std::string const& name) {
         bool const isFirst = !std::exchange(m_isAsked, true);
-        if (isFirst || m_loop.Vertices().size() < leastSortedSize)
+        if (isFirst || m_loop.Vertices().size() < kLeastSortedSize)
             return m_loop.NamedPositionIndex(name);
         if (m_sorted.empty())
             Sort();
@@ -40,7 +40,7 @@ private:
     }
 
     /// Below this the walks are over before the names are sorted.
-    static std::size_t const leastSortedSize = 48;
+    static std::size_t const kLeastSortedSize = 48;
 
     Loop const& m_loop;
     bool m_isAsked = false;

@@ -1,4 +1,5 @@
 #include "sectrix/sections/cross_section.h"
+#include "sectrix/sections/loop_points.h"
 #include "sectrix/sections/ring_cutter.h"
 
 namespace qel::Sectrix {
@@ -47,7 +48,7 @@ void CrossSection::BuildConvexLoops() const {
         auto& vertices = m_convexLoops[entry].m_vertices;
         if (vertices.size() <= 3)
             continue;
-        ReadPoints(vertices, points);
+        ReadPoints(vertices, *m_positions, points);
         cutter.Load(vertices, points);
         auto const endsBefore = ends.size();
         while (count + ends.size() < limit) {
@@ -72,7 +73,6 @@ void CrossSection::BuildConvexLoops() const {
     }
 }
 
-/// Makes room in the list. On its own it would copy the vertices of all its loops, which have no move.
 void CrossSection::ReserveConvexLoops(std::size_t size) const {
     if (size <= m_convexLoops.capacity())
         return;
@@ -94,7 +94,7 @@ bool CrossSection::BuildConvexLoop(std::uint64_t index) const {
     Scratch scratch;
     RingCutter cutter(scratch.Resource());
     Scratch::List<Vec<2, double>> points(scratch.Resource());
-    ReadPoints(vertices, points);
+    ReadPoints(vertices, *m_positions, points);
     cutter.Load(vertices, points);
     auto const chain = cutter.FindPiece();
     if (!chain)
@@ -105,18 +105,6 @@ bool CrossSection::BuildConvexLoop(std::uint64_t index) const {
     cutter.CopyRest(m_convexLoops[index].m_vertices);
     m_convexLoops[index].Touch();
     return false;
-}
-
-bool CrossSection::ReadPoints(std::vector<Vertex> const& vertices, std::pmr::vector<Vec<2, double>>& points) const {
-    points.clear();
-    points.reserve(vertices.size());
-    bool isWhole = true;
-    for (auto const& vertex : vertices) {
-        auto const* position = m_positions->Find(vertex.Index());
-        points.push_back(position ? position->Position() : Vec<2, double>{});
-        isWhole = isWhole && position;
-    }
-    return isWhole;
 }
 
 void CrossSection::ResetConvexLoops(std::set<int>& removed) {

@@ -6,7 +6,6 @@
 
 #include <cstdint>
 #include <iosfwd>
-#include <memory_resource>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,7 +20,6 @@ class Dom;
 namespace Sectrix {
 
 class HoleMerger;
-class Scratch;
 
 /// A planar outline: one exterior loop, any number of interior loops (holes), and the name of an assembly part.
 ///
@@ -200,13 +198,12 @@ protected:
 private:
     friend class CrossSections;
 
-    /// Puts the points of a loop's vertices into `points`, the origin for what is not in the pool; false where
-    /// there is such a vertex.
-    bool ReadPoints(std::vector<Vertex> const& vertices, std::pmr::vector<Vec<2, double>>& points) const;
     /// Merges up to `limit` holes of the working list into the outline, and returns how many.
     std::size_t MergeHoles(std::size_t limit) const;
-    std::pmr::vector<std::size_t> OrderHoles(std::size_t limit, Scratch& scratch) const;
-    void TakeMerged(HoleMerger const& merger, std::pmr::vector<std::size_t> order) const;
+    /// Puts the merged outline into the working list in place of the old one and of the holes that are part of it
+    /// now. Changes nothing when memory runs out.
+    void TakeMerged(HoleMerger const& merger) const;
+    /// Makes room in the list of convex loops. On its own it would copy the vertices of them all.
     void ReserveConvexLoops(std::size_t size) const;
     /// Fills the working list, merges the holes and cuts. The list must be empty.
     void Build() const;

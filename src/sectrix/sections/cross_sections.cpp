@@ -90,7 +90,7 @@ void CrossSections::ResetConvexLoops() {
         section.m_addedVertices.clear();
     }
     for (auto index = removed.rbegin(); index != removed.rend(); ++index)
-        m_positions.RemovePosition(static_cast<std::uint64_t>(std::int64_t{*index}));
+        m_positions.RemovePosition(static_cast<std::uint64_t>(*index));
 }
 
 void CrossSections::ConvertPositions(double factor) {

@@ -60,11 +60,6 @@ CSPosition& CSPositions::GetPosition(std::string const& name, bool& found) {
     return const_cast<CSPosition&>(std::as_const(*this).GetPosition(name, found));
 }
 
-CSPosition const& CSPositions::GetPosition(std::uint64_t index, bool& found) const {
-    found = index < m_positions.size();
-    return found ? m_positions[index] : m_invalidPosition;
-}
-
 CSPosition& CSPositions::GetPosition(std::uint64_t index, bool& found) {
     m_isIndexExact = false; // the name may be changed through the result
     return const_cast<CSPosition&>(std::as_const(*this).GetPosition(index, found));

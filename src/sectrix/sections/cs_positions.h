@@ -80,7 +80,10 @@ public:
     /// to 64 bits is not found.
     CSPosition& GetPosition(std::uint64_t index, bool& found);
     /// The same for reading.
-    CSPosition const& GetPosition(std::uint64_t index, bool& found) const;
+    CSPosition const& GetPosition(std::uint64_t index, bool& found) const {
+        found = index < m_positions.size();
+        return found ? m_positions[index] : m_invalidPosition;
+    }
 
     /// Removes one position; an index that is not in the pool does nothing.
     ///
@@ -133,7 +136,7 @@ private:
 
     /// The position at `index`, null when it is not in the pool.
     CSPosition const* Find(int index) const {
-        auto const place = static_cast<std::uint64_t>(std::int64_t{index});
+        auto const place = static_cast<std::uint64_t>(index);
         return place < m_positions.size() ? &m_positions[place] : nullptr;
     }
 

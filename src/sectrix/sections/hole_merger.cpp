@@ -10,14 +10,14 @@ namespace qel::Sectrix {
 namespace {
 
 /// On the product of the height differences between the ends of an edge and a ray.
-double const productTolerance = 1e-6;
+double const kProductTolerance = 1e-6;
 
 /// Two ends on one side of a ray count as off it where both are further away than this, the root of the tolerance
 /// on the product, with some room for rounding.
-double const heightRoom = 1.01e-3;
+double const kHeightRoom = 1.01e-3;
 
 /// From this many pairs of a hole and an edge on, the edges are indexed.
-std::size_t const indexThreshold = 40000;
+std::size_t const kIndexThreshold = 40000;
 
 } // namespace
 
@@ -36,7 +36,7 @@ HoleMerger::HoleMerger(std::vector<Vertex> const& vertices, Scratch::List<Point>
         total += hole.m_points.size() + 3; // the hole, its head and the foot again, and a new foot
         std::for_each(hole.m_points.begin(), hole.m_points.end(), check);
     }
-    if (isFinite && m_holes.size() * total > indexThreshold) {
+    if (isFinite && m_holes.size() * total > kIndexThreshold) {
         std::vector<double> heights;
         for (auto const& hole : m_holes)
             heights.push_back(hole.Head()[1]);
@@ -111,8 +111,8 @@ void HoleMerger::Meet(int edge, Point const& head, Compete compete) const {
     if (!(a[0] < head[0]) && !(b[0] < head[0]))
         return;
     double const product = (b[1] - head[1]) * (a[1] - head[1]);
-    if (product * product > productTolerance * productTolerance) {
-        if (!(product < -productTolerance))
+    if (product * product > kProductTolerance * kProductTolerance) {
+        if (!(product < -kProductTolerance))
             return; // both ends on one side of the ray
         double const x = (head[1] - a[1]) * (b[0] - a[0]) / (b[1] - a[1]) + a[0];
         if (x < head[0])
@@ -204,7 +204,16 @@ void HoleMerger::AddEdge(int node) {
     auto const& b = At(NextAround(node)).m_point;
     // A foot lies no further to the right than an end, but for some eight roundings.
     double const reach = std::max(a[0], b[0]) + 2e-15 * (std::abs(a[0]) + std::abs(b[0]));
-    m_index.Add({reach, At(node).m_edge}, std::min(a[1], b[1]) - heightRoom, std::max(a[1], b[1]) + heightRoom);
+    m_index.Add({reach, At(node).m_edge}, std::min(a[1], b[1]) - kHeightRoom, std::max(a[1], b[1]) + kHeightRoom);
+}
+
+Scratch::List<std::size_t> HoleMerger::MergedEntries() const {
+    Scratch::List<std::size_t> entries(m_holes.get_allocator());
+    entries.reserve(m_merged);
+    for (std::size_t i = 0; i < m_merged; ++i)
+        entries.push_back(m_holes[i].m_entry);
+    std::sort(entries.begin(), entries.end());
+    return entries;
 }
 
 std::vector<Vertex> HoleMerger::Outline() const {

@@ -23,8 +23,9 @@ class HoleMerger {
 public:
     using Point = Vec<2, double>;
 
-    /// A hole, by its vertices and the place of its left-most one.
+    /// A hole, by its entry in the caller's list, its vertices and the place of the left-most of these.
     struct Hole {
+        std::size_t m_entry;
         std::vector<Vertex> const* m_vertices;
         Scratch::List<Point> m_points;
         std::size_t m_leftMost;
@@ -44,6 +45,8 @@ public:
 
     /// The number of holes merged so far.
     std::size_t MergedCount() const { return m_merged; }
+    /// Their entries, ascending.
+    Scratch::List<std::size_t> MergedEntries() const;
     /// The points of the new vertices, in the order of their making.
     Scratch::List<Point> const& Feet() const { return m_feet; }
     /// The outline as it stands.

@@ -1,6 +1,7 @@
 #include "sectrix/foundation/strict_arithmetic.h"
 #include "sectrix/sections/cross_section.h"
 #include "sectrix/sections/hole_merger.h"
+#include "sectrix/sections/loop_points.h"
 #include "sectrix/sections/reserve_more.h"
 
 #include <algorithm>
@@ -8,6 +9,35 @@
 #include <utility>
 
 namespace qel::Sectrix {
+
+namespace {
+
+/// The entries of the working list that are holes with a left-most vertex, in the order of merging, no more than
+/// `limit`: by their least x, of equal ones the first in the list first.
+Scratch::List<std::size_t> OrderHoles(std::vector<Loop>& loops, CSPositions const& pool, std::size_t limit,
+                                      Scratch& scratch) {
+    Scratch::List<std::pair<double, std::size_t>> heads(scratch.Resource());
+    heads.reserve(loops.size());
+    for (std::size_t entry = 1; entry < loops.size(); ++entry) {
+        int const place = loops[entry].LeftMostVertex();
+        if (place < 0)
+            continue;
+        auto const& vertex = loops[entry].Vertices()[static_cast<std::size_t>(place)];
+        bool found = false;
+        auto const& position = pool.GetPosition(static_cast<std::uint64_t>(vertex.Index()), found);
+        if (found && position.Position()[0] < std::numeric_limits<double>::max())
+            heads.emplace_back(position.Position()[0], entry);
+    }
+    std::size_t const count = std::min(limit, heads.size());
+    std::partial_sort(heads.begin(), heads.begin() + static_cast<std::ptrdiff_t>(count), heads.end());
+    Scratch::List<std::size_t> order(scratch.Resource());
+    order.reserve(count);
+    for (std::size_t i = 0; i < count; ++i)
+        order.push_back(heads[i].second);
+    return order;
+}
+
+} // namespace
 
 bool CrossSection::RemoveHole() const {
     return MergeHoles(1) > 0;
@@ -31,58 +61,34 @@ void CrossSection::RemoveHoles() const {
 
 std::size_t CrossSection::MergeHoles(std::size_t limit) const {
     Scratch scratch;
-    auto order = OrderHoles(limit, scratch);
+    auto const order = OrderHoles(m_convexLoops, *m_positions, limit, scratch);
     int const leftMost = order.empty() ? -1 : m_convexLoops[0].LeftMostVertex();
     if (leftMost < 0)
         return 0;
     auto const& outline = m_convexLoops[0].m_vertices;
     Scratch::List<Vec<2, double>> points(scratch.Resource());
-    if (!ReadPoints(outline, points))
+    if (!ReadPoints(outline, *m_positions, points))
         return 0;
 
     Scratch::List<HoleMerger::Hole> holes(scratch.Resource());
     holes.reserve(order.size());
     for (auto const entry : order) {
         auto& loop = m_convexLoops[entry];
-        holes.push_back({&loop.m_vertices, Scratch::List<Vec<2, double>>(scratch.Resource()),
+        holes.push_back({entry, &loop.m_vertices, Scratch::List<Vec<2, double>>(scratch.Resource()),
                          static_cast<std::size_t>(loop.LeftMostVertex())});
-        ReadPoints(loop.m_vertices, holes.back().m_points);
+        ReadPoints(loop.m_vertices, *m_positions, holes.back().m_points);
     }
     HoleMerger merger(outline, points, static_cast<std::size_t>(leftMost), std::move(holes), m_positions->Count());
     while (merger.Merge()) {
     }
     if (merger.MergedCount() > 0)
-        TakeMerged(merger, std::move(order));
+        TakeMerged(merger);
     return merger.MergedCount();
 }
 
-/// The entries of the working list that are holes with a left-most vertex, in the order of merging, no more than
-/// `limit`: by their least x, of equal ones the first in the list first.
-std::pmr::vector<std::size_t> CrossSection::OrderHoles(std::size_t limit, Scratch& scratch) const {
-    Scratch::List<std::pair<double, std::size_t>> heads(scratch.Resource());
-    heads.reserve(m_convexLoops.size());
-    for (std::size_t entry = 1; entry < m_convexLoops.size(); ++entry) {
-        int const place = m_convexLoops[entry].LeftMostVertex();
-        if (place < 0)
-            continue;
-        auto const& vertex = m_convexLoops[entry].m_vertices[static_cast<std::size_t>(place)];
-        auto const* position = m_positions->Find(vertex.Index());
-        if (position && position->Position()[0] < std::numeric_limits<double>::max())
-            heads.emplace_back(position->Position()[0], entry);
-    }
-    std::size_t const count = std::min(limit, heads.size());
-    std::partial_sort(heads.begin(), heads.begin() + static_cast<std::ptrdiff_t>(count), heads.end());
-    Scratch::List<std::size_t> order(scratch.Resource());
-    order.reserve(count);
-    for (std::size_t i = 0; i < count; ++i)
-        order.push_back(heads[i].second);
-    return order;
-}
-
-/// Puts the merged outline into the working list in place of the old one and of the holes that are part of it now.
-/// Changes nothing when memory runs out.
-void CrossSection::TakeMerged(HoleMerger const& merger, std::pmr::vector<std::size_t> order) const {
+void CrossSection::TakeMerged(HoleMerger const& merger) const {
     auto vertices = merger.Outline();
+    auto const merged = merger.MergedEntries();
     ReserveMore(m_addedVertices, merger.Feet().size());
     ReserveMore(m_positions->m_positions, merger.Feet().size());
     for (auto const& foot : merger.Feet())
@@ -90,12 +96,12 @@ void CrossSection::TakeMerged(HoleMerger const& merger, std::pmr::vector<std::si
     m_convexLoops[0].m_vertices.swap(vertices);
     m_convexLoops[0].Touch();
 
-    order.resize(merger.MergedCount());
-    std::sort(order.begin(), order.end());
-    std::size_t kept = order.front();
-    for (std::size_t entry = kept, merged = 0; entry < m_convexLoops.size(); ++entry) {
-        if (merged < order.size() && entry == order[merged]) {
-            ++merged;
+    // What stays moves forward over what is gone.
+    std::size_t kept = merged.front();
+    auto next = merged.begin();
+    for (std::size_t entry = kept; entry < m_convexLoops.size(); ++entry) {
+        if (next != merged.end() && entry == *next) {
+            ++next;
             continue;
         }
         m_convexLoops[kept].m_vertices.swap(m_convexLoops[entry].m_vertices);

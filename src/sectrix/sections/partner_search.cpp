@@ -10,13 +10,13 @@ namespace qel::Sectrix {
 namespace {
 
 /// Lists shorter than this are walked: the walk is over before their keys are made.
-std::size_t const leastKeyedCount = 32;
+std::size_t const kLeastKeyedCount = 32;
 
 /// The key of what must always be looked at, since a key made of names does not speak for it.
-std::uint64_t const anyKey = std::numeric_limits<std::uint64_t>::max();
+std::uint64_t const kAnyKey = std::numeric_limits<std::uint64_t>::max();
 
 /// Marks the keys of loops with named vertices, so that they come last in ascending order.
-std::uint64_t const namedMark = std::uint64_t{1} << 62;
+std::uint64_t const kNamedMark = std::uint64_t{1} << 62;
 
 /// Scatters two numbers over the 64 bits of one.
 std::uint64_t Mix(std::uint64_t first, std::uint64_t second) {
@@ -26,14 +26,14 @@ std::uint64_t Mix(std::uint64_t first, std::uint64_t second) {
     return mixed ^ (mixed >> 32);
 }
 
-/// A key that two loops have in common whenever they line up by their names, below `namedMark` when no vertex is
-/// named; `anyKey` for a loop over a pool without names.
+/// A key that two loops have in common whenever they line up by their names, below `kNamedMark` when no vertex is
+/// named; `kAnyKey` for a loop over a pool without names.
 ///
 /// Lining up means the same cycle of names with the same steps between them. So the key is a sum over the named
 /// vertices, of the name, the steps to the next and its name: it is the same wherever the cycle is entered.
 std::uint64_t KeyOf(Loop const& loop) {
     if (loop.Positions().NamedCount() < 1)
-        return anyKey;
+        return kAnyKey;
     struct Named {
         std::uint64_t m_place = 0;
         std::uint64_t m_name = 0;
@@ -54,9 +54,9 @@ std::uint64_t KeyOf(Loop const& loop) {
         last = named;
     }
     if (!first)
-        return Mix(size, sum) % namedMark;
+        return Mix(size, sum) % kNamedMark;
     sum += Mix(Mix(last.m_name, first->m_name), size + first->m_place - last.m_place);
-    return Mix(size, sum) % namedMark + namedMark;
+    return Mix(size, sum) % kNamedMark + kNamedMark;
 }
 
 /// True when `loop` can be compatible with a loop over a pool with names: one that bears a name twice or has an
@@ -82,10 +82,10 @@ struct SectionKey {
         std::uint64_t key = m_base;
         for (auto const loop : m_interior)
             key = Mix(key, loop);
-        return key % namedMark;
+        return key % kNamedMark;
     }
     /// For a section of which this is one of the interior loops.
-    std::uint64_t WithLoop(std::uint64_t loop) const { return Mix(m_base, loop) % namedMark + namedMark; }
+    std::uint64_t WithLoop(std::uint64_t loop) const { return Mix(m_base, loop) % kNamedMark + kNamedMark; }
 };
 
 /// Builds the convex loops when they are what is compared.
@@ -95,7 +95,7 @@ SectionKey MakeSectionKey(CrossSection const& section, bool convex, std::uint64_
     SectionKey key;
     auto const add = [&key](Loop const& loop) {
         auto const loopKey = KeyOf(loop);
-        key.m_isNamed = key.m_isNamed && loopKey != anyKey;
+        key.m_isNamed = key.m_isNamed && loopKey != kAnyKey;
         return loopKey;
     };
     auto const& loops = convex ? section.ConvexLoops() : section.InteriorLoops();
@@ -122,7 +122,7 @@ SectionKey MakeSectionKey(CrossSection const& section, bool convex, std::uint64_
 std::optional<std::uint64_t> FilingKey(CrossSection const& section, bool convex, std::uint64_t count) {
     auto const key = MakeSectionKey(section, convex, count);
     if (!key.m_isNamed)
-        return anyKey;
+        return kAnyKey;
     auto const& loops = section.InteriorLoops();
     if (!convex && !std::all_of(loops.begin(), loops.end(), CanLineUp))
         return std::nullopt;
@@ -131,7 +131,7 @@ std::optional<std::uint64_t> FilingKey(CrossSection const& section, bool convex,
 
 /// All keys under which a partner of the section may stand.
 std::vector<std::uint64_t> SearchKeys(SectionKey const& key) {
-    std::vector<std::uint64_t> keys{anyKey, key.Whole()};
+    std::vector<std::uint64_t> keys{kAnyKey, key.Whole()};
     for (auto const loop : key.m_interior)
         keys.push_back(key.WithLoop(loop));
     return keys;
@@ -154,7 +154,7 @@ std::size_t FirstUnder(KeyedPlaces const& places, std::uint64_t key, std::size_t
 Loop const* LoopSearch::Find(Loop const& loop, std::uint64_t place) {
     auto const& loops = m_searched.InteriorLoops();
     bool const byName = HaveNames(m_searched.Positions(), loop.Positions());
-    bool const byKey = byName && loops.size() >= leastKeyedCount;
+    bool const byKey = byName && loops.size() >= kLeastKeyedCount;
     auto const isPartner = [&loop](Loop const& candidate) { return loop.IsCompatible(candidate); };
     auto const* partner = FindPartner(loops, place, byName && !byKey, isPartner);
     if (partner || !byKey)
@@ -164,7 +164,7 @@ Loop const* LoopSearch::Find(Loop const& loop, std::uint64_t place) {
         for (std::size_t candidate = 0; candidate < loops.size(); ++candidate)
             m_places.emplace(KeyOf(loops[candidate]), candidate);
     auto const isPartnerAt = [&](std::size_t candidate) { return isPartner(loops[candidate]); };
-    auto best = FirstUnder(m_places, anyKey, loops.size(), isPartnerAt);
+    auto best = FirstUnder(m_places, kAnyKey, loops.size(), isPartnerAt);
     if (CanLineUp(loop))
         best = FirstUnder(m_places, KeyOf(loop), best, isPartnerAt);
     return best < loops.size() ? &loops[best] : nullptr;
@@ -173,7 +173,7 @@ Loop const* LoopSearch::Find(Loop const& loop, std::uint64_t place) {
 CrossSection const* SectionSearch::Find(CrossSection const& section, std::uint64_t place) {
     auto const& items = m_searched.Items();
     bool const byName = HaveNames(m_searched.Positions(), section.Positions());
-    bool const byKey = byName && items.size() >= leastKeyedCount;
+    bool const byKey = byName && items.size() >= kLeastKeyedCount;
     auto const* partner = FindPartner(items, place, byName && !byKey,
                                       [&](CrossSection const& candidate) { return IsPartner(section, candidate); });
     if (partner || !byKey)

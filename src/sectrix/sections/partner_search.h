@@ -28,7 +28,7 @@ inline bool HaveNames(CSPositions const& first, CSPositions const& second) {
 /// The name of the vertex at `place`, which must be in the loop; null when the vertex is not a named one.
 inline std::string const* FindName(Loop const& loop, std::size_t place) {
     bool found = false;
-    auto const index = static_cast<std::uint64_t>(std::int64_t{loop.Vertices()[place].Index()});
+    auto const index = static_cast<std::uint64_t>(loop.Vertices()[place].Index());
     auto const& name = loop.Positions().GetPosition(index, found).Name();
     return found && !name.empty() ? &name : nullptr;
 }

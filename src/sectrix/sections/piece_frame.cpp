@@ -17,7 +17,7 @@ bool PieceFrame::Reset(Scratch::List<Point> const& corners, double leastTurn, do
     // the turn. No edge is longer than the box. In every direction one of the moved corners lies furthest, so that
     // the frame may close around these. This holds for each shorter piece as well: its corners are among these, and
     // its turns are no less than the least.
-    double const factor = (turnTolerance + turnError) / (leastTurn - turnError);
+    double const factor = (kTurnTolerance + turnError) / (leastTurn - turnError);
     for (std::size_t axis = 0; axis < 2; ++axis) {
         m_margin[axis] = 2 * factor * (m_box.m_max[axis] - m_box.m_min[axis]) + pointError;
         m_box.m_min[axis] -= m_margin[axis];
@@ -28,7 +28,7 @@ bool PieceFrame::Reset(Scratch::List<Point> const& corners, double leastTurn, do
 
 void PieceFrame::AddSides(Scratch::List<Point> const& corners) {
     AddSide(corners, corners.back(), corners.front());
-    std::size_t const stride = (corners.size() - 2) / comparedEdges + 1;
+    std::size_t const stride = (corners.size() - 2) / kComparedEdges + 1;
     for (std::size_t i = 0; i + 1 < corners.size(); i += stride)
         AddSide(corners, corners[i], corners[i + 1]);
 }

@@ -58,12 +58,12 @@ private:
     void AddSide(Scratch::List<Point> const& corners, Point const& tail, Point const& head);
 
     /// At most this many edges of the chain, spread along it, are taken, and the chord.
-    static constexpr std::size_t comparedEdges = 4;
+    static constexpr std::size_t kComparedEdges = 4;
 
     Box m_box;
     /// How far out the tolerances and rounding move a corner, along each axis.
     Point m_margin{};
-    Side m_sides[comparedEdges + 1];
+    Side m_sides[kComparedEdges + 1];
     std::size_t m_sideCount = 0;
 };
 

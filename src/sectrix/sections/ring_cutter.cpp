@@ -10,16 +10,16 @@ namespace {
 using Point = Vec<2, double>;
 
 /// The square of a turn value, and the square of a squared distance, up to which two things count as one.
-double const squareTolerance = 1e-12;
+double const kSquareTolerance = 1e-12;
 
 /// From this size on a ring has blocks of its vertices.
-std::size_t const blockThreshold = 48;
+std::size_t const kBlockThreshold = 48;
 
 bool IsSamePoint(Point const& p, Point const& q) {
     double const dx = p[0] - q[0];
     double const dy = p[1] - q[1];
     double const square = dx * dx + dy * dy;
-    return square * square <= squareTolerance;
+    return square * square <= kSquareTolerance;
 }
 
 /// True when no product in a turn value can overflow.
@@ -57,7 +57,7 @@ void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> 
     }
 
     m_blocks.Clear();
-    if (m_size < blockThreshold || !std::all_of(points.begin(), points.end(), IsTame))
+    if (m_size < kBlockThreshold || !std::all_of(points.begin(), points.end(), IsTame))
         return;
     m_blocks.Reset(points);
     // Of 2^-53 times width times height each: three roundings in either product, and one in their difference, which
@@ -100,7 +100,7 @@ int RingCutter::Grow(int start) {
         auto const& point = At(next);
         double const turns[] = {Turn(m_corners[m_corners.size() - 2], m_corners.back(), point),
                                 Turn(m_corners.back(), point, first), Turn(point, first, behindFirst)};
-        if (std::any_of(turns, turns + 3, [](double turn) { return turn > -turnTolerance; }))
+        if (std::any_of(turns, turns + 3, [](double turn) { return turn > -kTurnTolerance; }))
             break;
         m_leastTurn = std::min({m_leastTurn, -turns[0], -turns[1], -turns[2]});
         m_corners.push_back(point);
@@ -150,9 +150,9 @@ bool RingCutter::PassesEdges(Chain const& chain, Point const& point) const {
         auto const& head = At(number);
         auto const& tail = At(Previous(number));
         double const turn = Turn(head, tail, point);
-        if (turn >= turnTolerance)
+        if (turn >= kTurnTolerance)
             continue; // on the inner side of this edge
-        if (turn * turn > squareTolerance || IsSamePoint(point, head) || IsSamePoint(point, tail))
+        if (turn * turn > kSquareTolerance || IsSamePoint(point, head) || IsSamePoint(point, tail))
             return false;
     }
     return true;

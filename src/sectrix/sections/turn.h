@@ -9,7 +9,7 @@
 namespace qel::Sectrix {
 
 /// On a turn value. A corner is strictly convex when its value is at most the negative of this.
-inline constexpr double turnTolerance = 1e-6;
+inline constexpr double kTurnTolerance = 1e-6;
 
 /// The turn at the corner `q` on the way from `p` to `r`: negative to the left, twice the area of the triangle.
 inline double Turn(Vec<2, double> const& p, Vec<2, double> const& q, Vec<2, double> const& r) {
@@ -18,7 +18,7 @@ inline double Turn(Vec<2, double> const& p, Vec<2, double> const& q, Vec<2, doub
 
 /// Right turns are notches, and so are straight corners: they are cut at like any other.
 inline bool IsNotch(Vec<2, double> const& p, Vec<2, double> const& q, Vec<2, double> const& r) {
-    return Turn(p, q, r) > -turnTolerance;
+    return Turn(p, q, r) > -kTurnTolerance;
 }
 
 } // namespace qel::Sectrix

@@ -6,7 +6,7 @@ namespace qel::Sectrix {
 namespace {
 
 /// As many blocks as may lie over a point on average when they are in the order of the ring.
-double const crowdLimit = 8.0;
+double const kCrowdLimit = 8.0;
 
 } // namespace
 
@@ -20,7 +20,7 @@ void VertexBlocks::Reset(Scratch::List<Point> const& points) {
     }
     for (std::size_t axis = 0; axis < 2; ++axis) {
         double const extent = m_whole.m_max[axis] - m_whole.m_min[axis];
-        m_stepsPerUnit[axis] = extent > 1e-290 ? static_cast<double>(gone) / extent : 0.0; // never infinite
+        m_stepsPerUnit[axis] = extent > 1e-290 ? static_cast<double>(kGone) / extent : 0.0; // never infinite
     }
     MakeLanes();
     MakeBlocks();
@@ -35,11 +35,11 @@ void VertexBlocks::Reset(Scratch::List<Point> const& points) {
 /// Puts the points on the grid.
 void VertexBlocks::MakeLanes() {
     m_lanes.clear();
-    m_lanes.reserve((m_entries.size() - 1) / Lanes::count + 1);
+    m_lanes.reserve((m_entries.size() - 1) / Lanes::kCount + 1);
     m_slots.resize(m_entries.size());
-    for (std::size_t begin = 0; begin < m_entries.size(); begin += Lanes::count) {
-        PointLanes lanes{Lanes(gone), Lanes(gone)};
-        for (std::size_t slot = begin; slot < std::min(begin + Lanes::count, m_entries.size()); ++slot) {
+    for (std::size_t begin = 0; begin < m_entries.size(); begin += Lanes::kCount) {
+        PointLanes lanes{Lanes(kGone), Lanes(kGone)};
+        for (std::size_t slot = begin; slot < std::min(begin + Lanes::kCount, m_entries.size()); ++slot) {
             auto const& [point, number] = m_entries[slot];
             lanes.m_x.Set(slot - begin, OnGrid(point[0], 0));
             lanes.m_y.Set(slot - begin, OnGrid(point[1], 1));
@@ -54,21 +54,21 @@ void VertexBlocks::MakeBlocks() {
     m_height = 0;
     m_boxes.clear();
     m_boxLanes.clear();
-    BoxLanes const none{Lanes(gone), Lanes(gone), Lanes(0), Lanes(0)};
-    for (std::size_t count = m_entries.size(); count > topSize;) {
-        count = ((count - 1) >> blockShift) + 1;
+    BoxLanes const none{Lanes(kGone), Lanes(kGone), Lanes(0), Lanes(0)};
+    for (std::size_t count = m_entries.size(); count > kTopSize;) {
+        count = ((count - 1) >> kBlockShift) + 1;
         std::size_t const first = m_boxes.size();
         m_firstBlock[++m_height] = first;
-        m_boxLanes.resize(m_boxLanes.size() + (count - 1) / Lanes::count + 1, none);
-        m_boxes.resize(m_boxLanes.size() * Lanes::count);
+        m_boxLanes.resize(m_boxLanes.size() + (count - 1) / Lanes::kCount + 1, none);
+        m_boxes.resize(m_boxLanes.size() * Lanes::kCount);
         for (std::size_t block = first; block < first + count; ++block)
             SetBox(block, BoxOf(m_height, block));
     }
     if (m_height == 0)
         return;
     m_left.clear();
-    for (std::size_t begin = 0; begin < m_entries.size(); begin += blockSize) {
-        int const size = static_cast<int>(std::min(blockSize, m_entries.size() - begin));
+    for (std::size_t begin = 0; begin < m_entries.size(); begin += kBlockSize) {
+        int const size = static_cast<int>(std::min(kBlockSize, m_entries.size() - begin));
         m_left.push_back({size, size});
     }
 }
@@ -81,20 +81,20 @@ bool VertexBlocks::IsCrowded() const {
     double sum = 0.0;
     for (std::size_t block = 0; block < m_left.size(); ++block)
         sum += area(m_boxes[block]);
-    return sum > crowdLimit * area(m_whole);
+    return sum > kCrowdLimit * area(m_whole);
 }
 
 /// Puts a range of entries in order, so that its smallest blocks lie apart: it is halved along the longer side of
 /// its box, between two blocks, and each half likewise.
 void VertexBlocks::Halve(Range const& range) {
     std::size_t const size = range.m_end - range.m_begin;
-    if (size <= blockSize)
+    if (size <= kBlockSize)
         return;
     Box box;
     for (std::size_t slot = range.m_begin; slot < range.m_end; ++slot)
         box.Widen(m_entries[slot].m_point);
     std::size_t const axis = box.m_max[0] - box.m_min[0] >= box.m_max[1] - box.m_min[1] ? 0 : 1;
-    std::size_t const middle = range.m_begin + (size / 2 + blockSize - 1) / blockSize * blockSize;
+    std::size_t const middle = range.m_begin + (size / 2 + kBlockSize - 1) / kBlockSize * kBlockSize;
     auto const at = [this](std::size_t slot) { return m_entries.begin() + static_cast<std::ptrdiff_t>(slot); };
     std::nth_element(at(range.m_begin), at(middle), at(range.m_end),
                      [axis](Entry const& a, Entry const& b) { return a.m_point[axis] < b.m_point[axis]; });
@@ -104,16 +104,16 @@ void VertexBlocks::Halve(Range const& range) {
 
 void VertexBlocks::Remove(int number) {
     auto const slot = static_cast<std::size_t>(m_slots[static_cast<std::size_t>(number)]);
-    m_lanes[slot / Lanes::count].m_x.Set(slot % Lanes::count, gone);
+    m_lanes[slot / Lanes::kCount].m_x.Set(slot % Lanes::kCount, kGone);
     if (m_height == 0)
         return;
     // A box is made anew whenever half of its points have left, which costs little for each of them.
-    auto& left = m_left[slot >> blockShift];
+    auto& left = m_left[slot >> kBlockShift];
     if (2 * --left.m_now > left.m_then)
         return;
     left.m_then = left.m_now;
     for (std::size_t height = 1; height <= m_height; ++height) {
-        std::size_t const block = m_firstBlock[height] + (slot >> (blockShift * height));
+        std::size_t const block = m_firstBlock[height] + (slot >> (kBlockShift * height));
         SetBox(block, BoxOf(height, block));
     }
 }
@@ -125,15 +125,15 @@ VertexBlocks::Box VertexBlocks::BoxOf(std::size_t height, std::size_t block) con
     for (std::size_t i = begin; i < end; ++i)
         if (height > 1)
             box.Widen(m_boxes[i]);
-        else if (m_lanes[i / Lanes::count].m_x.Get(i % Lanes::count) != gone)
+        else if (m_lanes[i / Lanes::kCount].m_x.Get(i % Lanes::kCount) != kGone)
             box.Widen(m_entries[i].m_point);
     return box;
 }
 
 void VertexBlocks::SetBox(std::size_t block, Box const& box) {
     m_boxes[block] = box;
-    auto& lanes = m_boxLanes[block / Lanes::count];
-    std::size_t const lane = block % Lanes::count;
+    auto& lanes = m_boxLanes[block / Lanes::kCount];
+    std::size_t const lane = block % Lanes::kCount;
     lanes.m_minX.Set(lane, OnGrid(box.m_min[0], 0));
     lanes.m_minY.Set(lane, OnGrid(box.m_min[1], 1));
     lanes.m_maxX.Set(lane, OnGrid(box.m_max[0], 0));

@@ -19,9 +19,11 @@ namespace qel::Sectrix {
 /// lane is clear in a coordinate and catches the borrow.
 class Lanes {
 public:
-    static constexpr std::size_t count = 4;
+    static constexpr std::size_t kCount = 4;
     /// The greatest coordinate.
-    static constexpr std::uint64_t greatest = 0x7FFF;
+    static constexpr std::uint64_t kGreatest = 0x7FFF;
+    /// The highest bit of each lane.
+    static constexpr std::uint64_t kHighest = 0x8000800080008000;
 
     Lanes() = default;
     /// The same coordinate in each lane.
@@ -32,9 +34,7 @@ public:
     }
     std::uint64_t Get(std::size_t lane) const { return m_word >> 16 * lane & 0xFFFF; }
     /// The highest bit of each lane is set where this coordinate is at least that of `other`; the rest is noise.
-    std::uint64_t AtLeast(Lanes other) const { return (m_word | highest) - other.m_word; }
-
-    static constexpr std::uint64_t highest = 0x8000800080008000;
+    std::uint64_t AtLeast(Lanes other) const { return (m_word | kHighest) - other.m_word; }
 
 private:
     std::uint64_t m_word = 0;
@@ -120,29 +120,29 @@ private:
     };
 
     /// A block holds 2 to this power of points, or of smaller blocks.
-    static constexpr std::size_t blockShift = 5;
-    static constexpr std::size_t blockSize = std::size_t{1} << blockShift;
+    static constexpr std::size_t kBlockShift = 5;
+    static constexpr std::size_t kBlockSize = std::size_t{1} << kBlockShift;
     /// Up to this many points, or blocks, are looked at one by one, with no blocks around them.
-    static constexpr std::size_t topSize = 128;
+    static constexpr std::size_t kTopSize = 128;
     /// The coordinate on the grid of what has been taken out; that of all else is less.
-    static constexpr std::uint64_t gone = Lanes::greatest;
+    static constexpr std::uint64_t kGone = Lanes::kGreatest;
 
     /// The coordinate on the grid; it never falls when `x` rises. The infinite ones of an empty box go to an end.
     std::uint64_t OnGrid(double x, std::size_t axis) const {
         double const steps = (x - m_whole.m_min[axis]) * m_stepsPerUnit[axis];
-        double const most = static_cast<double>(gone - 1);
+        double const most = static_cast<double>(kGone - 1);
         return steps > 0.0 ? static_cast<std::uint64_t>(steps < most ? steps : most) : 0;
     }
 
     /// \param range  of slots.
     template <class Visitor>
     bool VisitPoints(Range const& range, BoxLanes const& sought, Visitor const& visit) const {
-        for (std::size_t word = range.m_begin / Lanes::count; word * Lanes::count < range.m_end; ++word) {
+        for (std::size_t word = range.m_begin / Lanes::kCount; word * Lanes::kCount < range.m_end; ++word) {
             auto const& [x, y] = m_lanes[word];
             auto hits = x.AtLeast(sought.m_minX) & sought.m_maxX.AtLeast(x) & y.AtLeast(sought.m_minY) &
-                        sought.m_maxY.AtLeast(y) & Lanes::highest;
+                        sought.m_maxY.AtLeast(y) & Lanes::kHighest;
             for (; hits != 0; hits &= hits - 1) {
-                std::size_t const slot = word * Lanes::count + LowestBit(hits) / 16;
+                std::size_t const slot = word * Lanes::kCount + LowestBit(hits) / 16;
                 if (range.Has(slot) && !visit(m_entries[slot].m_number, m_entries[slot].m_point))
                     return false;
             }
@@ -155,15 +155,15 @@ private:
     template <class Visitor>
     bool VisitBlocks(std::size_t height, Range const& range, PieceFrame const& frame, BoxLanes const& sought,
                      Visitor const& visit) const {
-        std::size_t const shift = blockShift * height;
+        std::size_t const shift = kBlockShift * height;
         std::size_t const first = m_firstBlock[height];
         Range const blocks{first + (range.m_begin >> shift), first + ((range.m_end - 1) >> shift) + 1};
-        for (std::size_t word = blocks.m_begin / Lanes::count; word * Lanes::count < blocks.m_end; ++word) {
+        for (std::size_t word = blocks.m_begin / Lanes::kCount; word * Lanes::kCount < blocks.m_end; ++word) {
             auto const& box = m_boxLanes[word];
             auto hits = box.m_maxX.AtLeast(sought.m_minX) & sought.m_maxX.AtLeast(box.m_minX) &
-                        box.m_maxY.AtLeast(sought.m_minY) & sought.m_maxY.AtLeast(box.m_minY) & Lanes::highest;
+                        box.m_maxY.AtLeast(sought.m_minY) & sought.m_maxY.AtLeast(box.m_minY) & Lanes::kHighest;
             for (; hits != 0; hits &= hits - 1) {
-                std::size_t const block = word * Lanes::count + LowestBit(hits) / 16;
+                std::size_t const block = word * Lanes::kCount + LowestBit(hits) / 16;
                 if (!blocks.Has(block) || frame.IsBeyond(m_boxes[block]))
                     continue;
                 std::size_t const begin = (block - first) << shift;
@@ -181,8 +181,8 @@ private:
     Range Inside(std::size_t height, std::size_t block) const {
         std::size_t const first = height > 1 ? m_firstBlock[height - 1] : 0;
         std::size_t const end = height > 1 ? m_firstBlock[height] : m_entries.size();
-        std::size_t const begin = first + ((block - m_firstBlock[height]) << blockShift);
-        return {begin, std::min(end, begin + blockSize)};
+        std::size_t const begin = first + ((block - m_firstBlock[height]) << kBlockShift);
+        return {begin, std::min(end, begin + kBlockSize)};
     }
 
     void MakeLanes();

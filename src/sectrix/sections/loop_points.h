@@ -1,0 +1,31 @@
+#pragma once
+
+#include "sectrix/sections/loop.h"
+#include "sectrix/sections/scratch.h"
+
+#include <cstdint>
+#include <vector>
+
+/// \file
+/// The points of a loop, side by side for the algorithms that go over them again and again.
+
+namespace qel::Sectrix {
+
+/// Puts the points that vertices have in a pool into `points`, the origin for what is not in it; false where there
+/// is such a vertex.
+inline bool ReadPoints(std::vector<Vertex> const& vertices, CSPositions const& pool,
+                       Scratch::List<Vec<2, double>>& points) {
+    points.clear();
+    points.reserve(vertices.size());
+    bool isWhole = true;
+    for (auto const& vertex : vertices) {
+        bool found = false;
+        // What is not found is the sentinel, which a host may have written into.
+        auto const& position = pool.GetPosition(static_cast<std::uint64_t>(vertex.Index()), found);
+        points.push_back(found ? position.Position() : Vec<2, double>{});
+        isWhole = isWhole && found;
+    }
+    return isWhole;
+}
+
+} // namespace qel::Sectrix
