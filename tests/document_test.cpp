@@ -129,6 +129,7 @@ TEST(DomNode, ConvertsOnlyWhatFits) {
     std::pair<Dom, char const*> const rows[] = {
         {Dom(), "5 5.5 1 f"},
         {Dom(7), "7 7 1 f"},
+        {Dom(std::int64_t{-5000000000}), "-5000000000 -5e+09 1 f"},
         {Dom(-2.9), "-2 -2.9 1 f"},
         {Dom(1e300), "9223372036854775807 1e+300 1 f"},
         {Dom(-1e300), "-9223372036854775808 -1e+300 1 f"},
@@ -138,7 +139,8 @@ TEST(DomNode, ConvertsOnlyWhatFits) {
         {Dom().toArray(), "5 5.5 1 f"},
         {Dom().toObject(), "5 5.5 1 f"},
     };
-    for (auto const& [node, values] : rows) {
+    for (auto const& [original, values] : rows) {
+        Dom const node(original);
         std::ostringstream text;
         text << node.asInt(5) << ' ' << node.asDouble(5.5) << ' ' << node.asBool(true) << ' ' << node.asString("f");
         EXPECT_EQ(text.str(), values);
@@ -161,6 +163,8 @@ TEST(DomNode, BuildsAndMovesWithinItself) {
     dom = std::move(child);
     EXPECT_EQ(DomWriterJson::ToString(dom), DomWriterJson::ToString(copy));
     EXPECT_TRUE(dom.toArray().isArray() && dom.size() == 0);
+    dom.append() = HUGE_VAL; // JSON has no form for it
+    EXPECT_EQ(DomWriterJson::ToString(dom), "[null]");
 }
 
 TEST(DomNode, AnyDepthNeedsNoStack) {

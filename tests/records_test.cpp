@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cmath>
 #include <filesystem>
+#include <functional>
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <thread>
@@ -186,6 +187,7 @@ TEST_F(Records, BadDatabasesRaiseTheReason) {
         EXPECT_STREQ(error.what(), "unable to open database file");
     }
     EXPECT_FALSE(std::filesystem::exists(Path("not there.db")));
+    EXPECT_THROW(gvs::Database(static_cast<sqlite3*>(nullptr)), gvs::Error);
 
     auto const path = MakeFrom("definitions.sql");
     auto const broken = Make("broken.db", FileText("records/definitions.sql"));
@@ -231,8 +233,8 @@ TEST_F(Records, FiltersAreBuiltInPostfixOrder) {
                 builder.Identifier(L"MTL");
             else if (step == 'c')
                 builder.Constant(gvs::Value(L"x"));
-            else if (step == '=')
-                builder.CmpOp(gvs::ExprBuilder::Equal);
+            else if (step == '=' || step == '<')
+                builder.CmpOp(step == '=' ? gvs::ExprBuilder::Equal : gvs::ExprBuilder::ComparisonOps(1));
             else
                 builder.BooleanOp(step == '&' ? gvs::ExprBuilder::And : gvs::ExprBuilder::LogicalOps(1));
         EXPECT_EQ(meshes.queryIsEmpty(&filter), !steps.empty());
@@ -241,8 +243,8 @@ TEST_F(Records, FiltersAreBuiltInPostfixOrder) {
     EXPECT_EQ(count(""), 5);
     for (auto const* sound : {"ic=", "ci=", "ic=ic=&", "ic=ic=&ic=&", "ic=ic=ic=&&"})
         EXPECT_EQ(count(sound), 0) << sound;
-    for (auto const* unsound :
-         {"i", "ic", "i=", "ic=ic=", "ic=&", "ic=&ic=", "ic==", "icc=", "ic=c=", "iic==", "ic=ic=&ic", "ic=ic=|"})
+    for (auto const* unsound : {"i", "ic", "i=", "ic=ic=", "ic=&",
+                                "ic=&ic=", "ic==", "icc=", "ic=c=", "iic==", "ic=ic=&ic", "ic=ic=|", "ic<"})
         EXPECT_THROW(count(unsound), gvs::Error) << unsound;
     std::string deep;
     for (int i = 0; i < 100000; ++i)
@@ -283,6 +285,52 @@ TEST_F(Records, TablesReadColumnsAndNest) {
     EXPECT_THROW(outer.isNull(L"NONE"), gvs::Error);
 }
 
+TEST_F(Records, TablesAndColumnsHaveAnyName) {
+    gvs::Database database(
+        Make("names.db", R"(CREATE TABLE "a""b" ("c""d", "é"); INSERT INTO "a""b" VALUES ('', 4))"));
+    mvq::DbTable table(&database, L"a\"b");
+    gvs::Expression filter;
+    gvs::ExprBuilder builder(filter, nullptr, nullptr);
+    builder.Identifier(L"c\"d");
+    builder.Constant(gvs::Value(nullptr)); // the empty text
+    builder.CmpOp(gvs::ExprBuilder::Equal);
+    table.querySequential(&filter, nullptr, true);
+    ASSERT_TRUE(table.readNext());
+    EXPECT_EQ(table.getInt32Value(L"\xE9"), 4);
+    EXPECT_EQ(table.getDef()[L"\xC9"], nullptr); // only ASCII letters are the same in both cases
+}
+
+TEST_F(Records, WhatIsNotSupportedSaysSo) {
+    gvs::Database database(MakeFrom("direct.sql"));
+    mvq::Meshes meshes(&database);
+    gvs::Expression const all;
+    std::int64_t id = 0;
+    double extent[4];
+    std::function<void()> const calls[] = {
+        [&] { meshes.getHvtGeometry(L"DATA", nullptr); },
+        [&] { meshes.setNull(L"NAME"); },
+        [&] { meshes.setGeomNull(L"NAME"); },
+        [&] { meshes.setValue(L"NAME", L"n"); },
+        [&] { meshes.setValue(L"NAME", 1.0); },
+        [&] { meshes.setValue(L"NAME", id); },
+        [&] { meshes.setValue(L"NAME", 1); },
+        [&] { meshes.setValue(L"NAME", true); },
+        [&] { meshes.setDateTime(L"NAME", L"n"); },
+        [&] { meshes.setHvtGeometry(L"DATA", "a", 1); },
+        [&] { meshes.querySequential(&all, L"NAME", true); },
+        [&] { meshes.queryExtent(extent, &all); },
+        [&] { meshes.insert(&id); },
+        [&] { meshes.update(id); },
+        [&] { meshes.update(&all); },
+        [&] { meshes.remove(&all); },
+        [&] { meshes.remove(id); },
+        [&] { meshes.beginBulk(); },
+        [&] { meshes.endBulk(); },
+    };
+    for (auto const& call : calls)
+        EXPECT_THROW(call(), gvs::Error) << &call - calls;
+}
+
 TEST_F(Records, BlobsAreStoredInTheCurrentRow) {
     auto const path = MakeFrom("direct.sql");
     gvs::Database database(path, gvs::Database::Access::ReadWrite);
@@ -306,7 +354,17 @@ TEST_F(Records, BlobsAreStoredInTheCurrentRow) {
     meshes.querySequential(7);
     ASSERT_TRUE(meshes.readNext());
     EXPECT_THROW(meshes.setData("c", 1), gvs::Error);
-    EXPECT_THROW(meshes.setValue(L"NAME", L"n"), gvs::Error);
+
+    gvs::Database definitions(MakeFrom("definitions.sql"), gvs::Database::Access::ReadWrite);
+    mvq::SATDefinitions texts(&definitions);
+    mvq::MeshDefinitions meshData(&definitions);
+    texts.querySequential(1);
+    meshData.querySequential(1);
+    ASSERT_TRUE(texts.readNext() && meshData.readNext());
+    texts.setData("sat", 3);
+    meshData.setData("mesh", 4);
+    EXPECT_EQ(Pull(Geometry(L"plain"), &definitions), "sat");
+    EXPECT_EQ(Pull(Obj(0, {}, {}, {}, {}, L"plain", {}), &definitions), "mesh");
 }
 
 TEST_F(Records, ABlobOfNegativeSizeIsRefused) {

@@ -21,7 +21,7 @@ INSERT INTO SAT_DEFINITIONS VALUES
     ('', CAST('under an empty GUID' AS BLOB)),
     ('it''s', x'01'), ('its', x'02'), ('"it"', x'03'), ('[it]', x'04'), ('a\b', x'05'), ('ab', x'06'),
     ('a''; DROP TABLE SAT_DEFINITIONS; --', x'07'), ('%', x'08'), ('_', x'09'), ('😀', x'0A'), ('😁', x'0B'),
-    (' plain', x'0C'), ('PLAIN', x'0D');
+    ('橋', x'0E'), (' plain', x'0C'), ('PLAIN', x'0D');
 INSERT INTO MESH_DEFINITIONS SELECT GUID, DATA FROM SAT_DEFINITIONS;
 
 CREATE TABLE SAT_CASES (DATA_GUID TEXT, PARENT_CLASS TEXT, PARENT_GUID TEXT, "INDEX" INTEGER, RESULT BLOB);
@@ -31,7 +31,7 @@ INSERT INTO SAT_CASES (DATA_GUID, RESULT) VALUES
     ('text', x'42C3B667656E20E282AC'), ('', CAST('under an empty GUID' AS BLOB)),
     ('no such row', x''), ('it''s', x'01'), ('its', x'02'), ('"it"', x'03'), ('[it]', x'04'), ('a\b', x'05'),
     ('ab', x'06'), ('a''; DROP TABLE SAT_DEFINITIONS; --', x'07'), ('%', x'08'), ('_', x'09'), ('😀', x'0A'),
-    ('😁', x'0B'), ('😂', x''), (' plain', x'0C'), ('PLAIN', x'0D'), ('''', x''), ('GUID', x''),
+    ('😁', x'0B'), ('😂', x''), ('橋', x'0E'), (' plain', x'0C'), ('PLAIN', x'0D'), ('''', x''), ('GUID', x''),
     (''' OR 1=1 --', x'');
 CREATE TABLE MESH_CASES (ID INTEGER, DATA_GUID TEXT, RESULT BLOB);
 INSERT INTO MESH_CASES SELECT 1, DATA_GUID, RESULT FROM SAT_CASES;
