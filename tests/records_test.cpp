@@ -202,8 +202,8 @@ TEST_F(Records, BadDatabasesRaiseTheReason) {
         {Path("text.db"), "file is not a database"},
         {Make("empty.db", ""), "no such table: main.SAT_GEOMETRIES"},
         {Make("view.db", "CREATE TABLE SAT_GEOMETRIES (DATA_GUID); CREATE VIEW SAT_DEFINITIONS AS"
-                         " SELECT name AS GUID, pageno AS DATA FROM dbstat"),
-         "unsafe use of virtual table \"dbstat\""},
+                         " SELECT 'plain' AS GUID, file AS DATA FROM pragma_database_list"),
+         "unsafe use of virtual table \"pragma_database_list\""},
     };
     auto const record = Geometry(L"plain");
     gvs::Database locked(path);
