@@ -355,6 +355,14 @@ TEST_F(Records, BlobsAreStoredInTheCurrentRow) {
     ASSERT_TRUE(meshes.readNext());
     EXPECT_THROW(meshes.setData("c", 1), gvs::Error);
 
+    // What SQLite keeps behind an index is not written past it.
+    gvs::Database indexed(Make("indexed.db", "CREATE VIRTUAL TABLE t USING fts5(x); INSERT INTO t VALUES ('a')"),
+                          gvs::Database::Access::ReadWrite);
+    mvq::DbTable behind(&indexed, L"t_data");
+    behind.querySequential(nullptr, nullptr, true);
+    ASSERT_TRUE(behind.readNext());
+    EXPECT_THROW(behind.setBlob(L"block", "a", 1), gvs::Error);
+
     gvs::Database definitions(MakeFrom("definitions.sql"), gvs::Database::Access::ReadWrite);
     mvq::SATDefinitions texts(&definitions);
     mvq::MeshDefinitions meshData(&definitions);
