@@ -86,8 +86,8 @@ struct OpenContainer {
 
 std::string DomWriterJson::ToString(Dom const& dom) {
     std::string text;
-    std::vector<OpenContainer>
-        open; // from the root to the container being written; no recursion, whatever the depth
+    // From the root to the container being written. No recursion, whatever the depth.
+    std::vector<OpenContainer> open;
     auto const begin = [&](Dom const& node) {
         if (node.size() == 0) {
             AppendLeaf(text, node);

@@ -53,8 +53,8 @@ public:
     /// The columns of a prepared statement; not null.
     explicit TableDef(sqlite3_stmt* statement);
 
-    /// The column of this name, else null. Names differ by more than the case of ASCII letters, as in SQL. Good for
-    /// as long as the table object that gave the schema. Costs a walk of the columns.
+    /// The column of this name, else null. As in SQL, the case of ASCII letters makes no difference. Good for as
+    /// long as the table object that gave the schema. Costs a walk of the columns.
     ColumnDef const* operator[](wchar_t const* column) const;
 
 private:

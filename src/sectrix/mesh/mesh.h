@@ -19,7 +19,9 @@ namespace qel::Sectrix {
 /// read.
 class SECTRIX_EXPORT Mesh {
 public:
-    /// A mesh without triangles under the identity. \param key, name  end at their first zero; not null.
+    /// A mesh without triangles, its transform the identity.
+    ///
+    /// \param key, name  end at their first zero; not null.
     Mesh(wchar_t const* key, wchar_t const* name);
     /// A full copy.
     Mesh(Mesh const& other) = default;
@@ -64,7 +66,9 @@ public:
     ///
     /// Faces that are not triangles are passed over. Corners keep the values that they have in `mesh`, so those of
     /// a second import refer to the positions of the first. Costs one pass. When memory runs out what was appended
-    /// stays, and so does the old transform. \param mesh  not null; its vertices and faces are read, nothing else.
+    /// stays, and so does the old transform.
+    ///
+    /// \param mesh  not null; its vertices and faces are read, nothing else.
     void fromOBJ(aiMesh const* mesh, Matrix const& matrix);
 
 private:
