@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds and tests the project: installs what is missing, checks the formatting, runs all tests as a release with GCC
-# and under the sanitizers with Clang, checks the sources, runs the hostile corpus on four threads under the thread
+# and under the sanitizers with Clang, builds the benchmarks, checks the sources, runs the hostile corpus on four threads under the thread
 # sanitizer, compares the answers of six builds to the last bit, and looks ten seconds a target for input that breaks
 # anything.
 set -euo pipefail
@@ -19,13 +19,17 @@ for preset in release check; do
     ctest --preset $preset -j "$(nproc)"
 done
 
+echo "== bench"
+cmake --preset bench -DCMAKE_CXX_COMPILER=g++ -DORL_SECTRIX_STRICT=ON >/dev/null
+cmake --build --preset bench
+
 echo "== clang-tidy"
 git ls-files -z -- 'src/*.cpp' 'examples/*.cpp' | xargs -0 -n 2 -P "$(nproc)" clang-tidy -p build/check --quiet
 
 echo "== threads"
 cmake --preset threads >/dev/null
-cmake --build --preset threads --target replay
-build/threads/fuzz/replay 4 all fuzz/corpus | tail -n 1
+cmake --build --preset threads --target sectrix_replay
+build/threads/fuzz/sectrix_replay 4 all fuzz/corpus | tail -n 1
 
 echo "== same bytes"
 fuzz/same_bytes.sh

@@ -1,8 +1,8 @@
+#include "seconds.h"
 #include "shape_set.h"
 
 #include <benchmark/benchmark.h>
-#include <chrono>
-#include <ctime>
+#include <cmath>
 #include <geos_c.h>
 #include <limits>
 #include <string>
@@ -16,21 +16,6 @@ using shapes::MakeSet;
 using shapes::Shape;
 
 namespace {
-
-template <class Work>
-double Seconds(Work work) {
-    auto const begin = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
-
-/// Seconds of the processor, which other programs do not add to; too coarse for short runs.
-template <class Work>
-double ProcessorSeconds(Work work) {
-    auto const begin = std::clock();
-    work();
-    return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
-}
 
 void Build(CrossSections& set) {
     benchmark::DoNotOptimize(set.Items()[0].ConvexLoops().data());
@@ -79,7 +64,7 @@ void BesideThePeer(benchmark::State& state, Shape const& shape) {
     auto set = MakeSet(shape);
     Peer const peer(shape);
     auto const clock = [isLong = shape.points.size() > 100](auto const& work) {
-        return isLong ? ProcessorSeconds(work) : Seconds(work);
+        return isLong ? ProcessorSeconds(work) : WallSeconds(work);
     };
     double best = std::numeric_limits<double>::max(), peerBest = best;
     for (auto _ : state) {
@@ -135,7 +120,7 @@ void OnTwoThreads(benchmark::State& state) {
     auto const measure = [&sets](auto const& work, double& best, double& bestWork) {
         for (auto& set : sets)
             set.ResetConvexLoops();
-        bestWork = std::min(bestWork, ProcessorSeconds([&] { best = std::min(best, Seconds(work)); }));
+        bestWork = std::min(bestWork, ProcessorSeconds([&] { best = std::min(best, WallSeconds(work)); }));
     };
     double one = std::numeric_limits<double>::max(), two = one, workOfOne = one, workOfTwo = one;
     for (auto _ : state) {

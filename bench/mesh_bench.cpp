@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <assimp/Importer.hpp>
-#include <assimp/mesh.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
 #include <benchmark/benchmark.h>
@@ -42,20 +41,17 @@ Mesh Soup(Lattice const& lattice, int count, int copies) {
 
 /// The same for a host: coordinates become floats.
 void Fill(aiMesh& target, Mesh const& mesh) {
-    target.mNumVertices = static_cast<unsigned>(mesh.Positions().size());
-    target.mVertices = new aiVector3D[target.mNumVertices];
-    std::transform(mesh.Positions().begin(), mesh.Positions().end(), target.mVertices,
-                   [](Position const& position) {
-                       return aiVector3D(static_cast<float>(position.X()), static_cast<float>(position.Y()),
-                                         static_cast<float>(position.Z()));
-                   });
-    target.mNumFaces = static_cast<unsigned>(mesh.Indices().size() / 3);
-    target.mFaces = new aiFace[target.mNumFaces];
-    for (std::size_t i = 0; i < target.mNumFaces; ++i) {
-        target.mFaces[i].mNumIndices = 3;
-        target.mFaces[i].mIndices = new unsigned[3];
-        std::copy_n(mesh.Indices().begin() + static_cast<std::ptrdiff_t>(3 * i), 3, target.mFaces[i].mIndices);
+    std::vector<aiVector3D> vertices;
+    for (auto const& position : mesh.Positions())
+        vertices.emplace_back(static_cast<float>(position.X()), static_cast<float>(position.Y()),
+                              static_cast<float>(position.Z()));
+    std::vector<std::vector<unsigned>> faces(mesh.Indices().size() / 3);
+    auto corner = mesh.Indices().begin();
+    for (auto& face : faces) {
+        face.assign(corner, corner + 3);
+        corner += 3;
     }
+    meshes::Fill(target, vertices, faces);
 }
 
 /// Joins in place, so that each time needs a scene of its own, which is made outside the measured time.
@@ -69,7 +65,7 @@ double SecondsOfAssimp(Mesh const& mesh, std::size_t& left) {
     delete[] target.mVertices;
     delete[] target.mFaces;
     Fill(target, mesh);
-    double const seconds = Seconds([&] { importer.ApplyPostProcessing(aiProcess_JoinIdenticalVertices); });
+    double const seconds = ProcessorSeconds([&] { importer.ApplyPostProcessing(aiProcess_JoinIdenticalVertices); });
     left = target.mNumVertices;
     return seconds;
 }
@@ -86,10 +82,10 @@ void MergeBesidePeers(benchmark::State& state) {
     double best = kNever, bestOfMeshopt = kNever, bestOfAssimp = kNever;
     std::size_t kept = 0, leftByMeshopt = 0, leftByAssimp = 0;
     for (auto _ : state) {
-        double const seconds = Seconds([&] { kept = Mesh(mesh, true).Positions().size(); });
+        double const seconds = ProcessorSeconds([&] { kept = Mesh(mesh, true).Positions().size(); });
         state.SetIterationTime(seconds);
         best = std::min(best, seconds);
-        bestOfMeshopt = std::min(bestOfMeshopt, Seconds([&] {
+        bestOfMeshopt = std::min(bestOfMeshopt, ProcessorSeconds([&] {
                                      leftByMeshopt = meshopt_generateVertexRemap(
                                          remap.data(), indices.data(), indices.size(), mesh.Positions().data(),
                                          remap.size(), sizeof(Position));
@@ -113,8 +109,8 @@ void MergeGrowth(benchmark::State& state, Lattice const& lattice, int copies) {
     std::size_t kept = 0;
     for (auto _ : state) {
         for (int i = 0; i < 10; ++i)
-            best = std::min(best, Seconds([&] { kept = Mesh(small, true).Positions().size(); }));
-        double const seconds = Seconds([&] { kept = Mesh(large, true).Positions().size(); });
+            best = std::min(best, ProcessorSeconds([&] { kept = Mesh(small, true).Positions().size(); }));
+        double const seconds = ProcessorSeconds([&] { kept = Mesh(large, true).Positions().size(); });
         state.SetIterationTime(seconds);
         bestOfLarge = std::min(bestOfLarge, seconds);
     }
@@ -170,10 +166,10 @@ void ImportBesideLoop(benchmark::State& state) {
     double best = kNever, bestOfLoop = kNever;
     for (auto _ : state) {
         double const seconds =
-            Seconds([&] { Mesh(L"key", L"name").fromOBJ(&source, Matrix{matrix.m_elements.data()}); });
+            ProcessorSeconds([&] { Mesh(L"key", L"name").fromOBJ(&source, Matrix{matrix.m_elements.data()}); });
         state.SetIterationTime(seconds);
         best = std::min(best, seconds);
-        bestOfLoop = std::min(bestOfLoop, Seconds([&] { AppendByHand(source, matrix); }));
+        bestOfLoop = std::min(bestOfLoop, ProcessorSeconds([&] { AppendByHand(source, matrix); }));
     }
     state.counters["best_ms"] = best * 1e3;
     state.counters["ratio"] = best / bestOfLoop;

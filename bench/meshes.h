@@ -4,6 +4,7 @@
 #include "shapes.h"
 
 #include <algorithm>
+#include <assimp/mesh.h>
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -30,6 +31,22 @@ inline qel::Sectrix::Mesh MakeMesh(Positions const& positions, Indices const& in
     const_cast<Positions&>(mesh.Positions()) = positions;
     const_cast<Indices&>(mesh.Indices()) = indices;
     return mesh;
+}
+
+/// Gives an empty `aiMesh` vertices and faces, in arrays that it frees.
+/// \param faces  the corners of each.
+inline void Fill(aiMesh& target, std::vector<aiVector3D> const& vertices,
+                 std::vector<std::vector<unsigned>> const& faces) {
+    target.mNumVertices = static_cast<unsigned>(vertices.size());
+    target.mVertices = new aiVector3D[vertices.size()];
+    std::copy(vertices.begin(), vertices.end(), target.mVertices);
+    target.mNumFaces = static_cast<unsigned>(faces.size());
+    target.mFaces = new aiFace[faces.size()];
+    for (std::size_t i = 0; i < faces.size(); ++i) {
+        target.mFaces[i].mNumIndices = static_cast<unsigned>(faces[i].size());
+        target.mFaces[i].mIndices = new unsigned[faces[i].size()];
+        std::copy(faces[i].begin(), faces[i].end(), target.mFaces[i].mIndices);
+    }
 }
 
 /// A box of points in rows along the axes; flat where an axis has one only.

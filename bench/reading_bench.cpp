@@ -1,9 +1,9 @@
+#include "seconds.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/sections/cross_sections.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
-#include <chrono>
 #include <limits>
 #include <simdjson.h>
 #include <sstream>
@@ -49,13 +49,6 @@ std::string MakeDocument() {
     return text.str();
 }
 
-template <class Work>
-double Seconds(Work work) {
-    auto const begin = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-}
-
 /// The set is made and freed within the time, and so is the parser of the peer. `ratio` is that of the best times,
 /// `tree_ratio` that of the document tree alone, `ratio_to_kept_parser` compares with a parser that has its memory
 /// already.
@@ -70,7 +63,7 @@ void ReadDocument(benchmark::State& state) {
             state.SkipWithError("the peer refuses the text");
     };
     for (auto _ : state) {
-        double const seconds = Seconds([&] {
+        double const seconds = ProcessorSeconds([&] {
             stream.clear();
             CrossSections set;
             set.From(stream);
@@ -78,16 +71,16 @@ void ReadDocument(benchmark::State& state) {
         });
         state.SetIterationTime(seconds);
         best = std::min(best, seconds);
-        treeBest = std::min(treeBest, Seconds([&] {
+        treeBest = std::min(treeBest, ProcessorSeconds([&] {
                                 Dom dom;
                                 DomReaderJson::FromString(dom, text.c_str(), nullptr);
                                 benchmark::DoNotOptimize(dom.size());
                             }));
-        peerBest = std::min(peerBest, Seconds([&] {
+        peerBest = std::min(peerBest, ProcessorSeconds([&] {
                                 simdjson::dom::parser parser;
                                 parse(parser);
                             }));
-        keptBest = std::min(keptBest, Seconds([&] { parse(kept); }));
+        keptBest = std::min(keptBest, ProcessorSeconds([&] { parse(kept); }));
     }
     state.counters["megabytes"] = static_cast<double>(text.size()) / 1e6;
     state.counters["best_ms"] = best * 1e3;

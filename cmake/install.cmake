@@ -1,4 +1,4 @@
-# What `cmake --install` and `cpack` put down: a runtime component with the libraries, a development component with the
+# What `cmake --install` puts down: a runtime component with the libraries, a development component with the
 # headers and with the packages for CMake and pkg-config. Everything refers to everything else by relative paths, so an
 # installed copy may be moved.
 include(GNUInstallDirs)
@@ -24,23 +24,3 @@ list(JOIN SECTRIX_PC_LIBS " " SECTRIX_PC_LIBS)
 file(RELATIVE_PATH SECTRIX_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig/. /.)
 configure_file(cmake/package/ORL_Sectrix.pc.in ${generated}/ORL_Sectrix.pc @ONLY)
 install(FILES ${generated}/ORL_Sectrix.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
-
-# Debian packages: `cpack` in the build folder.
-set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_CONTACT "The ORL_Sectrix developers <orl-sectrix@localhost>")
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "${PROJECT_DESCRIPTION}")
-set(CPACK_STRIP_FILES ON)
-set(CPACK_COMPONENTS_ALL runtime development)
-set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME liborl-sectrix${PROJECT_VERSION_MAJOR})
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
-# Our libraries need each other; without this the packager looks for one of them in other packages.
-set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src/sectrix)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME liborl-sectrix-dev)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-    "liborl-sectrix${PROJECT_VERSION_MAJOR} (= ${PROJECT_VERSION}), libsimdjson-dev, libsqlite3-dev")
-include(CPack)

@@ -3,7 +3,6 @@
 #include "sectrix/records/obj.h"
 #include "target.h"
 
-#include <filesystem>
 #include <fstream>
 #include <sqlite3.h>
 #include <unistd.h>
@@ -13,13 +12,6 @@ using namespace qel::Sectrix;
 namespace fuzz {
 
 namespace {
-
-/// In memory where the system has such a folder: nothing here need outlast the run.
-std::string FilePath() {
-    std::filesystem::path const shared = "/dev/shm";
-    auto const folder = std::filesystem::exists(shared) ? shared : std::filesystem::temp_directory_path();
-    return folder / ("sectrix_fuzz." + std::to_string(getpid()) + '.' + std::to_string(gettid()));
-}
 
 /// What a pull gives; or the reason why there is nothing, once it has kept what there was.
 template <class Record>
@@ -47,7 +39,7 @@ std::string PullAll(gvs::Database& database) {
 } // namespace
 
 std::string RunDatabase(std::string const& bytes) {
-    auto const path = FilePath();
+    auto const path = OwnFile();
     std::ofstream(path, std::ios::binary) << bytes;
     std::string text;
     {

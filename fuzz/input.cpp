@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <unistd.h>
 
 namespace fuzz {
 
@@ -12,6 +14,12 @@ void Require(bool isTrue, char const* what) {
         return;
     std::fprintf(stderr, "wrong: %s\n", what);
     std::abort();
+}
+
+std::string OwnFile() {
+    std::filesystem::path const shared = "/dev/shm";
+    auto const folder = std::filesystem::exists(shared) ? shared : std::filesystem::temp_directory_path();
+    return folder / ("sectrix_fuzz." + std::to_string(getpid()) + '.' + std::to_string(gettid()));
 }
 
 void Input::ReadScale() {

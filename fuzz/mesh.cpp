@@ -1,9 +1,7 @@
-#include "sectrix/mesh/mesh.h"
+#include "../bench/meshes.h"
 #include "../tests/plain_merging.h"
 #include "result.h"
 #include "target.h"
-
-#include <assimp/mesh.h>
 
 using namespace qel;
 using namespace qel::Sectrix;
@@ -23,18 +21,6 @@ std::string MeshText(Mesh const& mesh) {
         text += Text(min) + Text(max);
     return text + '\n';
 }
-
-/// Takes back the arrays that are lent to a mesh, which would free them.
-struct Loan {
-    aiMesh& m_mesh;
-
-    ~Loan() {
-        for (unsigned i = 0; i < m_mesh.mNumFaces; ++i)
-            m_mesh.mFaces[i].mIndices = nullptr;
-        m_mesh.mVertices = nullptr;
-        m_mesh.mFaces = nullptr;
-    }
-};
 
 /// Positions that are mostly close to a lattice, some of them closer to each other than what is merged.
 std::vector<Position> ReadPositions(Input& input) {
@@ -59,23 +45,14 @@ Mesh Import(Input& input) {
         };
         vertex = {coordinate(), coordinate(), coordinate()};
     }
-    std::vector<std::vector<unsigned>> corners;
-    for (int count = input.Below(40); count > 0; --count) {
-        corners.emplace_back(static_cast<std::size_t>(input.Below(16) ? 3 : input.Below(6)));
-        for (auto& corner : corners.back())
+    std::vector<std::vector<unsigned>> faces(static_cast<std::size_t>(input.Below(40)));
+    for (auto& face : faces) {
+        face.resize(static_cast<std::size_t>(input.Below(16) ? 3 : input.Below(6)));
+        for (auto& corner : face)
             corner = input.Below(16) ? static_cast<unsigned>(input.Byte()) : 0xFFFFFFFFu;
     }
-    std::vector<aiFace> faces(corners.size());
     aiMesh source;
-    Loan const loan{source};
-    source.mVertices = vertices.data();
-    source.mNumVertices = static_cast<unsigned>(vertices.size());
-    source.mFaces = faces.data();
-    source.mNumFaces = static_cast<unsigned>(faces.size());
-    for (std::size_t i = 0; i < faces.size(); ++i) {
-        faces[i].mNumIndices = static_cast<unsigned>(corners[i].size());
-        faces[i].mIndices = corners[i].data();
-    }
+    meshes::Fill(source, vertices, faces);
     Mat<4, double> matrix;
     for (int edits = input.Below(4); edits > 0; --edits)
         matrix[static_cast<std::size_t>(input.Below(16))] = input.Coordinate();
@@ -97,9 +74,7 @@ std::string RunMesh(std::string const& bytes) {
         if (input.Below(32) == 31)
             index += std::int64_t{1} << (31 + input.Below(32));
     }
-    Mesh mesh(L"key", L"name"); // with lists that no import could make
-    const_cast<std::vector<Position>&>(mesh.Positions()) = positions;
-    const_cast<plain::Indices&>(mesh.Indices()) = indices;
+    auto const mesh = meshes::MakeMesh(positions, indices);
     Require(plain::Merging().Agrees(mesh), "merging as the twin does");
     auto const imported = Import(input);
     Require(plain::Merging().Agrees(imported), "merging what is imported as the twin does");

@@ -1,15 +1,13 @@
+#include "../bench/meshes.h"
 #include "result.h"
 #include "sectrix/extrusion/extrusion.h"
 #include "sectrix/foundation/text_conversion.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/interfaces/dom_writer_json.h"
 #include "sectrix/interfaces/gvs.h"
-#include "sectrix/mesh/mesh.h"
 #include "sectrix/records/acis_geometry.h"
 #include "sectrix/records/obj.h"
-#include "shapes.h"
 
-#include <assimp/mesh.h>
 #include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -269,21 +267,13 @@ TEST_F(OutOfMemory, CopyingAndAssigning) {
 
 TEST_F(OutOfMemory, Meshes) {
     std::vector<aiVector3D> vertices;
-    std::vector<unsigned> corners;
-    for (unsigned i = 0; i < 600; ++i) {
+    std::vector<std::vector<unsigned>> faces;
+    for (unsigned i = 0; i < 600; ++i)
         vertices.emplace_back(static_cast<ai_real>(i / 2), 0.0f, i % 7 ? 0.0f : 1.0f);
-        corners.push_back(i);
-    }
-    std::vector<aiFace> faces(200);
-    for (std::size_t i = 0; i < faces.size(); ++i) {
-        faces[i].mNumIndices = 3;
-        faces[i].mIndices = &corners[3 * i];
-    }
+    for (unsigned i = 0; i < 600; i += 3)
+        faces.push_back({i, i + 1, i + 2});
     aiMesh source;
-    source.mVertices = vertices.data();
-    source.mNumVertices = 600;
-    source.mFaces = faces.data();
-    source.mNumFaces = 200;
+    meshes::Fill(source, vertices, faces);
     Mat<4, double> const identity;
     Mesh filled(L"a key that is too long to stand within", L"a name that is too long to stand within");
     filled.fromOBJ(&source, Matrix{identity.m_elements.data()});
@@ -305,10 +295,6 @@ TEST_F(OutOfMemory, Meshes) {
         }
         EXPECT_EQ(Mesh(filled, true).Indices(), merged);
     });
-    source.mVertices = nullptr; // the arrays here are not the mesh's to free
-    source.mFaces = nullptr;
-    for (auto& face : faces)
-        face.mIndices = nullptr;
 }
 
 TEST_F(OutOfMemory, ExtrusionsAndText) {

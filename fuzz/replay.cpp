@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <random>
-#include <thread>
 #include <vector>
 
 // Runs files through a target, on threads with a small stack and on all of them at once, and prints a hash of all
@@ -43,12 +42,14 @@ void AddPath(std::vector<Case>& cases, fuzz::Target const& target, std::filesyst
         AddFile(cases, target, file);
 }
 
-/// So many inputs of up to 600 bytes, the same each time, every second one the seed of a shape.
+/// So many inputs of up to 600 bytes, the same each time; every second one the seed of a shape where the target
+/// takes these.
 void AddRandom(std::vector<Case>& cases, fuzz::Target const& target, unsigned long count) {
     std::mt19937_64 random(1);
     for (unsigned long i = 0; i < count; ++i) {
-        std::string bytes = i % 2 ? "shape" : "";
-        for (auto size = i % 2 ? 8 : random() % 600; size > 0; --size)
+        bool const isShape = target.m_takesShapes && i % 2;
+        std::string bytes = isShape ? "shape" : "";
+        for (auto size = isShape ? 8 : random() % 600; size > 0; --size)
             bytes += static_cast<char>(random() % 256);
         cases.push_back({target, "random " + std::to_string(i), bytes});
     }
@@ -77,18 +78,22 @@ std::uint64_t Run(std::vector<Case> const& cases, bool isLoud) {
 int main(int argumentCount, char** arguments) {
     std::vector<std::string> const words(arguments, arguments + argumentCount);
     if (words.size() < 4) {
-        std::fprintf(stderr, "usage: %s threads target path...\n", arguments[0]);
+        std::fprintf(stderr, "usage: %s threads target path...\n       %s threads target --random count\n",
+                     arguments[0], arguments[0]);
         return 2;
     }
+    bool const isAll = words[2] == "all";
     std::vector<Case> cases;
-    for (auto const& target : fuzz::targets::all)
+    for (auto const& target : fuzz::kTargets) {
+        if (!isAll && words[2] != target.m_name)
+            continue;
+        if (words[3] == "--random") {
+            AddRandom(cases, target, std::stoul(words.at(4)));
+            continue;
+        }
         for (std::size_t i = 3; i < words.size(); ++i)
-            if (words[2] == target.m_name && words[3] == "--random")
-                AddRandom(cases, target, i == 3 ? 0 : std::stoul(words[i]));
-            else if (words[2] == target.m_name)
-                AddPath(cases, target, words[i]);
-            else if (words[2] == "all")
-                AddPath(cases, target, std::filesystem::path(words[i]) / target.m_name);
+            AddPath(cases, target, std::filesystem::path(words[i]) / (isAll ? target.m_name : ""));
+    }
 
     std::vector<std::uint64_t> hashes(std::stoul(words[1]));
     fuzz::OnSmallStacks(hashes.size(), [&](std::size_t thread) { hashes[thread] = Run(cases, thread == 0); });

@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz
 
-[ $# -gt 0 ] || set -- section_document extrusion cutting alignment mesh database text
+[ $# -gt 0 ] || set -- $(ls fuzz/corpus)
 mkdir -p build/fuzz-findings
 for target; do
     learned=build/fuzz-corpus/$target

@@ -15,15 +15,13 @@ namespace fuzz {
 namespace {
 
 std::string DumpText(CrossSections const& set) {
-    // One file for the whole run: opening it empties it.
-    static auto const path = "/tmp/sectrix_fuzz_dump." + std::to_string(getpid());
-    static thread_local auto const own = path + '.' + std::to_string(gettid());
-    std::ofstream out(own);
+    auto const path = OwnFile();
+    std::ofstream out(path);
     set.Dump(out, "-");
     out.close();
-    std::ifstream in(own);
+    std::ifstream in(path);
     std::string text(std::istreambuf_iterator<char>(in), {});
-    unlink(own.c_str());
+    unlink(path.c_str());
     return text;
 }
 
@@ -66,7 +64,7 @@ CrossSections WriteAndRead(CrossSections& set) {
     return read;
 }
 
-/// Turning the first set halfway into the second, which is a copy of it, leaves it as it is.
+/// Compares a set with a copy of it and blends the two, by loops as they were read and by convex ones.
 std::string RunBlending(CrossSections const& set, CrossSections const& copy) {
     std::string text;
     for (bool const convex : {false, true}) {

@@ -11,16 +11,15 @@
 namespace fuzz {
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-inline constexpr std::size_t smallStack = 1024 * 1024; // sanitizers make frames several times as large
+inline constexpr bool kIsSanitized = true;
 #elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-inline constexpr std::size_t smallStack = 1024 * 1024;
+inline constexpr bool kIsSanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
 #else
-inline constexpr std::size_t smallStack = 256 * 1024;
+inline constexpr bool kIsSanitized = false;
 #endif
-#else
-inline constexpr std::size_t smallStack = 256 * 1024;
-#endif
+
+/// In bytes. Sanitizers make frames several times as large.
+inline constexpr std::size_t kSmallStack = (kIsSanitized ? 1024 : 256) * 1024;
 
 /// Calls `run` with 0 to `count` - 1, each on a thread of its own, all at once.
 template <class Function>
@@ -31,7 +30,7 @@ void OnSmallStacks(std::size_t count, Function const& run) {
     };
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
-    Require(pthread_attr_setstacksize(&attributes, smallStack) == 0, "a small stack");
+    Require(pthread_attr_setstacksize(&attributes, kSmallStack) == 0, "a small stack");
     std::vector<pthread_t> threads(count);
     std::vector<Start> starts(count);
     for (std::size_t i = 0; i < count; ++i) {

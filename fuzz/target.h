@@ -11,6 +11,10 @@ namespace fuzz {
 /// Ends the program where an answer is wrong, so that the input counts as a finding.
 void Require(bool isTrue, char const* what);
 
+/// The path of a file of the calling thread's own, in memory where the system has such a folder: nothing in it need
+/// outlast the run.
+std::string OwnFile();
+
 /// The first eight bytes as a number.
 std::uint64_t SeedIn(std::string const& bytes);
 
@@ -43,6 +47,9 @@ struct Target {
     /// Also the name of its folder in the corpus.
     char const* m_name;
     std::string (*m_run)(std::string const& bytes);
+    /// True where the word "shape" and eight bytes behind it stand for a structured input that they are the seed
+    /// of.
+    bool m_takesShapes = false;
 };
 
 /// The bytes are the text of a document: read, cut, dumped, written, read again and compared, blended with itself.
@@ -60,16 +67,14 @@ std::string RunDatabase(std::string const& bytes);
 /// Both text conversions, beside a plain reading of their tables.
 std::string RunText(std::string const& bytes);
 
-namespace targets {
-inline constexpr Target sectionDocument{"section_document", RunSectionDocument};
-inline constexpr Target extrusion{"extrusion", RunExtrusion};
-inline constexpr Target cutting{"cutting", RunCutting};
-inline constexpr Target alignment{"alignment", RunAlignment};
-inline constexpr Target mesh{"mesh", RunMesh};
-inline constexpr Target database{"database", RunDatabase};
-inline constexpr Target text{"text", RunText};
-
-inline constexpr Target all[] = {sectionDocument, extrusion, cutting, alignment, mesh, database, text};
-} // namespace targets
+inline constexpr Target kTargets[] = {
+    {"section_document", RunSectionDocument},
+    {"extrusion", RunExtrusion},
+    {"cutting", RunCutting, true},
+    {"alignment", RunAlignment, true},
+    {"mesh", RunMesh},
+    {"database", RunDatabase},
+    {"text", RunText},
+};
 
 } // namespace fuzz

@@ -1,16 +1,16 @@
+#include "../bench/meshes.h"
 #include "sectrix/extrusion/extrusion.h"
 #include "sectrix/foundation/text_conversion.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/interfaces/dom_writer_json.h"
-#include "sectrix/mesh/mesh.h"
 #include "sectrix/sections/cross_sections.h"
 #include "small_stack.h"
 
-#include <assimp/mesh.h>
 #include <cstdio>
 #include <ctime>
 #include <fstream>
 #include <functional>
+#include <random>
 #include <sstream>
 
 // The worst megabytes there are, beside a megabyte of well-formed input of the same kind, each run through all that
@@ -22,12 +22,12 @@ using namespace qel::Sectrix;
 
 namespace {
 
-std::size_t const megabyte = 1000000;
-double const greatestMultiple = 200.0;
+std::size_t const kMegabyte = 1000000;
+double const kGreatestMultiple = 200.0;
 
 /// `start`, then what `part` gives for 0, 1 and so on, up to a megabyte in all, then `end`.
 std::string Document(std::string start, std::function<std::string(int)> const& part, std::string const& end) {
-    for (int i = 0; start.size() + end.size() < megabyte; ++i)
+    for (int i = 0; start.size() + end.size() < kMegabyte; ++i)
         start += (i > 0 ? "," : "") + part(i);
     return start + end;
 }
@@ -36,7 +36,7 @@ std::string Point(int x, int y) {
     return '[' + std::to_string(x) + ',' + std::to_string(y) + ']';
 }
 
-std::string const square = R"({"Outlines":[[[0,0],[9,0],[9,9],[0,9]],[)";
+std::string const kSquare = R"({"Outlines":[[[0,0],[9,0],[9,9],[0,9]],[)";
 
 void RunSections(std::string const& bytes) {
     CrossSections set;
@@ -62,45 +62,29 @@ void RunExtrusion(std::string const& bytes) {
     EndPlane().from(dom);
 }
 
-/// Twelve bytes a vertex, drawn by a formula or all alike, and a triangle each.
-/// \param spread  over how much of an axis the vertices lie.
-void RunMesh(float spread) {
+/// Twelve bytes a vertex, at random places of a lattice or all at one, and a triangle each.
+/// \param step  from one place of the lattice to the next, of 2^24 on each axis.
+void RunMesh(float step) {
+    std::mt19937 random;
+    auto const coordinate = [&] { return step * static_cast<float>(random() >> 8); };
     std::vector<aiVector3D> vertices;
-    std::vector<unsigned> corners;
-    unsigned seed = 1;
-    for (unsigned i = 0; i < megabyte / 12; ++i) {
-        float at[3];
-        for (float& value : at) {
-            seed = seed * 1664525u + 1013904223u;
-            value = spread * static_cast<float>(seed >> 8);
-        }
-        vertices.emplace_back(at[0], at[1], at[2]);
-        for (unsigned corner = 0; corner < 3; ++corner)
-            corners.push_back(i);
-    }
-    std::vector<aiFace> faces(vertices.size());
-    for (std::size_t i = 0; i < faces.size(); ++i) {
-        faces[i].mNumIndices = 3;
-        faces[i].mIndices = &corners[3 * i];
+    std::vector<std::vector<unsigned>> faces;
+    for (unsigned i = 0; i < kMegabyte / 12; ++i) {
+        float const x = coordinate(), y = coordinate();
+        vertices.emplace_back(x, y, coordinate());
+        faces.push_back({i, i, i});
     }
     aiMesh source;
-    source.mVertices = vertices.data();
-    source.mNumVertices = static_cast<unsigned>(vertices.size());
-    source.mFaces = faces.data();
-    source.mNumFaces = source.mNumVertices;
+    meshes::Fill(source, vertices, faces);
     Mat<4, double> const identity;
     Mesh mesh(L"", L"");
     mesh.fromOBJ(&source, Matrix{identity.m_elements.data()});
     Position min, max;
     Mesh(mesh, true).BoundingBox(min, max);
-    source.mVertices = nullptr; // the arrays here are not the mesh's to free
-    source.mFaces = nullptr;
-    for (auto& face : faces)
-        face.mIndices = nullptr;
 }
 
 /// Of the processor, so that what else the machine does is not counted.
-double Seconds(std::function<void()> const& run) {
+double ProcessorSeconds(std::function<void()> const& run) {
     auto const start = std::clock();
     fuzz::OnSmallStacks(1, [&](std::size_t) { run(); });
     return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
@@ -117,10 +101,10 @@ bool Compare(std::vector<Family> const& families) {
     double reference = 0.0;
     bool isGood = true;
     for (auto const& [name, run] : families) {
-        double const seconds = Seconds(run);
+        double const seconds = ProcessorSeconds(run);
         reference = reference > 0.0 ? reference : seconds;
         std::printf("%8.1f ms %6.1f times  %s\n", seconds * 1000.0, seconds / reference, name);
-        isGood = isGood && seconds < greatestMultiple * reference;
+        isGood = isGood && seconds < kGreatestMultiple * reference;
     }
     return isGood;
 }
@@ -145,33 +129,33 @@ int main() {
         Sections("sections: well formed, squares with a square hole",
                  Document(R"({"Outlines":[[[0,0],[9,0],[9,9],[0,9],[3,3],[6,3],[6,6],[3,6]],[)",
                           [](int) { return "[[[0,1,2,3],true],[[4,5,6,7],false]]"; }, "]]}")),
-        Sections("sections: deep nesting", square + std::string(megabyte, '[')),
+        Sections("sections: deep nesting", kSquare + std::string(kMegabyte, '[')),
         Sections("sections: nesting to the limit, again and again",
                  Document(
-                     square, [](int) { return std::string(1000, '[') + std::string(1000, ']'); }, "]]}")),
+                     kSquare, [](int) { return std::string(1000, '[') + std::string(1000, ']'); }, "]]}")),
         Sections("sections: empty ones", Document(
-                                             square, [](int) { return "[]"; }, "]]}")),
+                                             kSquare, [](int) { return "[]"; }, "]]}")),
         Sections("sections: empty loops", Document(
-                                              square + "[", [](int) { return "[[],false]"; }, "]]]}")),
+                                              kSquare + "[", [](int) { return "[[],false]"; }, "]]]}")),
         Sections("sections: one name for all positions, in one loop",
                  Outline([](int i) { return R"({"name":"A","coordinates":)" + Point(i % 97, i % 89) + '}'; })),
         Sections("sections: a name for each position, in one loop", Outline([](int i) {
                      return R"({"name":")" + std::to_string(i) + R"(","coordinates":)" + Point(i % 97, i % 89) +
                             '}';
                  })),
-        Sections("sections: holes of one vertex repeated",
+        Sections("sections: holes of two vertices in turn",
                  Document(
-                     square + "[[[0,1,2,3],true],", [](int) { return "[[1,2,1,2],false]"; }, "]]]}")),
+                     kSquare + "[[[0,1,2,3],true],", [](int) { return "[[1,2,1,2],false]"; }, "]]]}")),
         Sections("sections: a loop of one index repeated",
                  Document(
-                     square + "[[[0,1,2", [](int i) { return i > 0 ? "2" : ",2"; }, "],true]]]]}")),
+                     kSquare + "[[[0,1,2", [](int i) { return i > 0 ? "2" : ",2"; }, "],true]]]]}")),
         Sections("sections: all points equal", Outline([](int) { return "[1,1]"; })),
         Sections("sections: a zigzag on a grid", Outline([](int i) { return Point(i / 2, i % 2 * 5); })),
         Sections("sections: any points of a grid",
                  Outline([](int i) { return Point(i * 7919 % 8191, i * 104729 % 8179); })),
         Sections("sections: alike without a name",
                  Document(
-                     square, [](int i) { return i % 2 ? "[[[0,1,2],true]]" : "[[[0,1,2,3],true]]"; }, "]]}")),
+                     kSquare, [](int i) { return i % 2 ? "[[[0,1,2],true]]" : "[[[0,1,2,3],true]]"; }, "]]}")),
         Sections("sections: parameters",
                  Document(R"({"Outlines":[[]],"Params":{)",
                           [](int i) { return '"' + std::to_string(i % 9973) + "\":1"; }, "}}")),
@@ -192,9 +176,9 @@ int main() {
                        {"meshes: all within the tolerance", [] { RunMesh(1e-13f); }},
                        {"meshes: close to each other", [] { RunMesh(1e-11f); }},
                        {"meshes: infinite", [] { RunMesh(1e38f); }}});
-    isGood &= Compare({{"text: well formed", [] { Utf8ToW(std::string(megabyte, 'a')); }},
-                       {"text: leads only", [] { ToUtf8(Utf8ToW(std::string(megabyte, '\xE2'))); }}});
+    isGood &= Compare({{"text: well formed", [] { Utf8ToW(std::string(kMegabyte, 'a')); }},
+                       {"text: leads only", [] { ToUtf8(Utf8ToW(std::string(kMegabyte, '\xE2'))); }}});
     if (!isGood)
-        std::printf("more than %.0f times as long as a well-formed one\n", greatestMultiple);
+        std::printf("more than %.0f times as long as a well-formed one\n", kGreatestMultiple);
     return isGood ? 0 : 1;
 }

@@ -1,5 +1,6 @@
 #include "drafts.h"
 #include "plain_alignment.h"
+#include "test_data.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@ using shapes::Ring;
 
 namespace {
 
-void ExpectSameLoops(Loop const& loop, Loop const& other) {
+void ExpectAnswersOfTwin(Loop const& loop, Loop const& other) {
     bool ok = false, twinOk = false;
     ASSERT_EQ(loop.GetOtherShift(other, ok), plain::Shift(loop, other, twinOk));
     ASSERT_EQ(ok, twinOk);
@@ -39,7 +40,7 @@ TEST(Alignment, OfTwoLoops) {
         EXPECT_EQ(loop.GetOtherShift(other, ok), test[2].asInt(9));
         EXPECT_EQ(ok, test[3].asBool(!ok));
         EXPECT_EQ(loop.IsCompatible(other), test[4].asBool(false));
-        ExpectSameLoops(loop, other);
+        ExpectAnswersOfTwin(loop, other);
         auto pool = first.Positions();
         Loop const blend(loop, other, pool, loop.Positions(), other.Positions(), 1);
         std::ostringstream partners; // at ratio 1 a vertex goes where its partner is
@@ -103,7 +104,7 @@ TEST(Blending, OfTwoDocuments) {
     }
 }
 
-TEST(Blending, StepByStep) {
+TEST(Blending, OfSectionsWithoutPartners) {
     // The exterior loops need not match, an interior loop without a partner is left out, and so is what is not in
     // the pool; the list of added vertices is taken over.
     auto const first = MakeSet({{{{"A"}, {}, {}}, {{"B"}, {}}, {{"C"}, {}}}});
@@ -118,11 +119,13 @@ TEST(Blending, StepByStep) {
     EXPECT_TRUE(std::isnan(pool.GetPosition("A", found).Position()[0]));
     auto small = MakeLoopSet(".").Positions();
     EXPECT_EQ(SectionText({first.Items()[0], first.Items()[0], small, pool, pool, 0}), ": 3 4 |  | ");
+}
 
+TEST(Blending, MakesAScaleOfOne) {
     CrossSections const scaled(8.0);
     CrossSections blend(scaled, scaled, 0, false);
     blend.From(FileDom("alignment/blends.json")[0]["first"]);
-    EXPECT_EQ(blend.BBox().m_max[0], 10) << "the scale is 1";
+    EXPECT_EQ(blend.BBox().m_max[0], 10);
 }
 
 /// The partner of a name is what the index leads to, be it stale, and the index of the result is made anew.

@@ -44,7 +44,8 @@ function(test_page page)
     target_include_directories(${name} PRIVATE ${ASSIMP_INCLUDE_DIR})
     target_link_libraries(${name} PRIVATE ORL_Sectrix::ORL_Sectrix SQLite::SQLite3 sectrix_flags)
     add_test(NAME ${name}
-             COMMAND sh -c "\"$1\" | diff \"$2\" -" sh $<TARGET_FILE:${name}> ${CMAKE_CURRENT_BINARY_DIR}/${name}.txt)
+             COMMAND sh -c "\"$1\" >\"$2.printed\" && diff \"$2\" \"$2.printed\"" sh
+                     $<TARGET_FILE:${name}> ${CMAKE_CURRENT_BINARY_DIR}/${name}.txt)
 endfunction()
 
 file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/docs/*.md)

@@ -1,6 +1,7 @@
 #include "section_text.h"
 #include "sectrix/foundation/json_tag.h"
 #include "sectrix/interfaces/dom_writer_json.h"
+#include "test_data.h"
 
 #include <cmath>
 #include <cstring>
@@ -65,7 +66,8 @@ TEST(Documents, CasesInData) {
 }
 
 TEST(Documents, EveryCutOffTextReadsAsNothing) {
-    auto const text = DomWriterJson::ToString(FileDom("sections/reading.json")[0]["document"]);
+    auto const text = DomWriterJson::ToString(
+        CaseDocument("sections/reading.json", "a deck with names, a closed loop, a hole and a parameter"));
     for (std::size_t length = 0; length < text.size(); ++length) {
         Dom dom("before");
         std::string error;
@@ -106,7 +108,8 @@ TEST(Documents, WhatIsWrittenReadsBackBitForBit) {
 }
 
 TEST(Documents, ParametersGoOutAsAListAndTheBoxFollowsTheScale) {
-    auto const document = FileDom("sections/reading.json")[0]["document"];
+    auto const document =
+        CaseDocument("sections/reading.json", "a deck with names, a closed loop, a hole and a parameter");
     CrossSections set(0.5);
     set.From(document);
     EXPECT_EQ(set.BBox().m_max[0], 10.0);

@@ -1,6 +1,6 @@
-#include "section_text.h"
 #include "sectrix/extrusion/extrusion.h"
 #include "sectrix/interfaces/dom_writer_json.h"
+#include "test_data.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "meshes.h"
 #include "plain_merging.h"
 
-#include <assimp/mesh.h>
 #include <gtest/gtest.h>
+#include <tuple>
 
 using namespace qel;
 using namespace qel::Sectrix;
@@ -63,15 +63,8 @@ TEST(Mesh, MergingCopyOfFew) {
 }
 
 TEST(Mesh, ImportAppendsTrianglesUnderTheMatrix) {
-    aiMesh source; // frees its arrays
-    source.mNumVertices = 2;
-    source.mVertices = new aiVector3D[2]{{1, 2, 3}, {0.1f, 0, -4}};
-    source.mNumFaces = 4;
-    source.mFaces = new aiFace[4];
-    for (unsigned i = 0; i < 4; ++i) {
-        source.mFaces[i].mNumIndices = i == 1 ? 4 : i == 2 ? 2 : 3;
-        source.mFaces[i].mIndices = new unsigned[4]{i, 0, ~0u, 1};
-    }
+    aiMesh source;
+    Fill(source, {{1, 2, 3}, {0.1f, 0, -4}}, {{0, 0, ~0u}, {1, 0, ~0u, 1}, {2, 0}, {3, 0, ~0u}});
     Mat<4, double> matrix;
     matrix[13] = 10;
     matrix[15] = 2;

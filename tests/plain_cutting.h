@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -17,8 +16,6 @@ struct Point {
 struct Corner {
     int index;
     bool exterior;
-    int Index() const { return index; }
-    bool Exterior() const { return exterior; }
 };
 
 using Ring = std::vector<Corner>;

@@ -1,8 +1,8 @@
-#include "section_text.h"
 #include "sectrix/records/acis_geometry.h"
 #include "sectrix/records/obj.h"
 #include "sectrix/records/parametric_reference.h"
 #include "sectrix/records/tables.h"
+#include "test_data.h"
 
 #include <chrono>
 #include <cmath>
@@ -349,7 +349,20 @@ TEST_F(Records, BlobsAreStoredInTheCurrentRow) {
     Host(path).Each("SELECT count(*) FROM MESHES WHERE DATA = x'610062' OR MTL = x''",
                     [](auto* row) { EXPECT_EQ(sqlite3_column_int(row, 0), 1); });
 
-    gvs::Database readOnly(path);
+    gvs::Database definitions(MakeFrom("definitions.sql"), gvs::Database::Access::ReadWrite);
+    mvq::SATDefinitions texts(&definitions);
+    mvq::MeshDefinitions meshData(&definitions);
+    texts.querySequential(1);
+    meshData.querySequential(1);
+    ASSERT_TRUE(texts.readNext() && meshData.readNext());
+    texts.setData("sat", 3);
+    meshData.setData("mesh", 4);
+    EXPECT_EQ(Pull(Geometry(L"plain"), &definitions), "sat");
+    EXPECT_EQ(Pull(Obj(0, {}, {}, {}, {}, L"plain", {}), &definitions), "mesh");
+}
+
+TEST_F(Records, WhatMayNotBeWrittenIsRefused) {
+    gvs::Database readOnly(MakeFrom("direct.sql"));
     mvq::Meshes meshes(&readOnly);
     meshes.querySequential(7);
     ASSERT_TRUE(meshes.readNext());
@@ -362,17 +375,6 @@ TEST_F(Records, BlobsAreStoredInTheCurrentRow) {
     behind.querySequential(nullptr, nullptr, true);
     ASSERT_TRUE(behind.readNext());
     EXPECT_THROW(behind.setBlob(L"block", "a", 1), gvs::Error);
-
-    gvs::Database definitions(MakeFrom("definitions.sql"), gvs::Database::Access::ReadWrite);
-    mvq::SATDefinitions texts(&definitions);
-    mvq::MeshDefinitions meshData(&definitions);
-    texts.querySequential(1);
-    meshData.querySequential(1);
-    ASSERT_TRUE(texts.readNext() && meshData.readNext());
-    texts.setData("sat", 3);
-    meshData.setData("mesh", 4);
-    EXPECT_EQ(Pull(Geometry(L"plain"), &definitions), "sat");
-    EXPECT_EQ(Pull(Obj(0, {}, {}, {}, {}, L"plain", {}), &definitions), "mesh");
 }
 
 TEST_F(Records, ABlobOfNegativeSizeIsRefused) {

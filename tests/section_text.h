@@ -1,21 +1,19 @@
 #pragma once
 
-#include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/sections/cross_sections.h"
 
-#include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 /// \file
-/// Sections in the notation of the case files, and the reading of these files.
+/// Sections in the notation of the case files.
 
 namespace sectrix_tests {
 
-template <class Vertices>
-std::string LoopText(Vertices const& vertices) {
+inline std::string LoopText(qel::Sectrix::Loop const& loop) {
     std::string text;
-    for (auto const& vertex : vertices)
+    for (auto const& vertex : loop.Vertices())
         text += (text.empty() ? "" : " ") + std::to_string(vertex.Index()) + (vertex.Exterior() ? "" : "'");
     return text;
 }
@@ -23,13 +21,13 @@ std::string LoopText(Vertices const& vertices) {
 inline std::string LoopsText(std::vector<qel::Sectrix::Loop> const& loops) {
     std::string text;
     for (auto const& loop : loops)
-        text += (&loop == &loops.front() ? "" : " | ") + LoopText(loop.Vertices());
+        text += (&loop == &loops.front() ? "" : " | ") + LoopText(loop);
     return text;
 }
 
 inline std::string SectionText(qel::Sectrix::CrossSection const& section) {
     auto const holes = LoopsText(section.InteriorLoops());
-    return section.AssemblyPartName() + ": " + LoopText(section.ExteriorLoop().Vertices()) +
+    return section.AssemblyPartName() + ": " + LoopText(section.ExteriorLoop()) +
            (section.InteriorLoops().empty() ? "" : " | " + holes);
 }
 
@@ -48,20 +46,6 @@ inline std::string SetText(qel::Sectrix::CrossSections const& set) {
     for (auto const& [name, value] : set.Parameters())
         text << name << '=' << value << '\n';
     return text.str();
-}
-
-inline std::string FileText(std::string const& path) {
-    std::ifstream file(std::string(SECTRIX_TEST_DATA) + "/" + path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-/// A data file that must be there and be JSON; what is neither fails the run.
-inline qel::Dom FileDom(std::string const& path) {
-    qel::Dom dom;
-    std::string error;
-    if (!qel::DomReaderJson::FromString(dom, FileText(path).c_str(), &error))
-        throw std::runtime_error(path + ": " + error);
-    return dom;
 }
 
 } // namespace sectrix_tests

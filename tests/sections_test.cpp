@@ -1,5 +1,6 @@
 #include "section_text.h"
 #include "shape_set.h"
+#include "test_data.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,7 +19,7 @@ std::string BuildText(CrossSection const& section) {
     std::ostringstream text;
     text << std::hexfloat;
     for (auto const& loop : section.ConvexLoops())
-        text << LoopText(loop.Vertices()) << '\n';
+        text << LoopText(loop) << '\n';
     bool found = false;
     for (int index : section.AddedVertices()) {
         auto const& point = section.Positions().GetPosition(static_cast<std::uint64_t>(index), found).Position();
@@ -95,7 +96,7 @@ void RunRows(std::vector<LoopRow> const& rows, std::initializer_list<int> indice
         auto loop = MakeLoop(pool, indices);
         loop.LeftMostVertex();
         row.m_edit(loop, other);
-        EXPECT_EQ(LoopText(loop.Vertices()), row.m_result) << row.m_operation;
+        EXPECT_EQ(LoopText(loop), row.m_result) << row.m_operation;
         Loop fresh(loop, pool);
         EXPECT_EQ(loop.LeftMostVertex(), fresh.LeftMostVertex()) << row.m_operation;
     }
@@ -146,7 +147,7 @@ TEST(Loops, LookPastIndicesThatAreNotInThePool) {
               std::vector<double>({1, 0, 2, 7}));
     EXPECT_TRUE(MakeLoop(pool, {-1, 4}).BBox().IsEmpty());
     EXPECT_EQ(Loop().LeftMostVertex(), -1);
-    EXPECT_EQ(LoopText(Loop(pool, true).Vertices()), "0 1 2 3");
+    EXPECT_EQ(LoopText(Loop(pool, true)), "0 1 2 3");
     EXPECT_TRUE(Vertex(3, true) != Vertex(3, false) && Vertex(3, true) == Vertex(3, true));
 }
 
@@ -168,13 +169,22 @@ TEST(Positions, RemovalLeavesTheNameIndexBehind) {
     pool.GetPosition(static_cast<std::uint64_t>(-1), found);
     EXPECT_FALSE(found);
     pool.RemovePosition(3);
+    EXPECT_EQ(pool.Count(), 3);
+}
+
+TEST(Positions, MoveAwayAndGrowFromWithin) {
+    CSPositions pool;
+    pool.AddPosition("A", {1, 1});
     auto const moved = std::move(pool);
-    EXPECT_EQ(moved.Count(), 3);
+    EXPECT_EQ(moved.Count() + moved.NamedCount(), 2);
     EXPECT_EQ(pool.Count() + pool.NamedCount(), 0);
+    bool found = false;
     EXPECT_EQ(pool.AddPosition("C", {}), 0);
     for (int i = 1; i < 9; ++i) // the name stands in the list that grows
         EXPECT_EQ(pool.AddPosition(pool.GetPosition(std::uint64_t{0}, found).Name(), {}), i);
+}
 
+TEST(Positions, TransformDividesByTheThirdComponent) {
     CSPositions mapped;
     mapped.AddPosition({1, 2});
     mapped.Transform({2, 0, 0, 0, 3, 0, 10, 20, 2});
@@ -199,26 +209,31 @@ TEST(Sections, CopyAndAssignAsTheirPoolsDemand) {
     EXPECT_EQ(CrossSection().Positions().Count(), 0);
 
     CrossSections set;
-    set.From(FileDom("sections/cutting.json")[8]["document"]);
+    set.From(CaseDocument("sections/cutting.json", "a square with a square hole"));
     otherPool = set.Positions();
     CrossSection const built(set.Items()[0], otherPool);
     EXPECT_EQ(set.Positions().Count(), 9); // built on the way
     EXPECT_EQ(built.AddedVertices(), std::vector<int>({8}));
+}
 
-    struct Steps : CrossSection {
-        using CrossSection::CrossSection;
-        using CrossSection::Modulo;
-    };
-    Steps const steps(pool, false);
-    EXPECT_EQ(std::vector<int>({steps.Modulo(-1, 5), steps.Modulo(-6, 5), steps.Modulo(7, 5), steps.Modulo(5, 5)}),
-              std::vector<int>({4, 4, 2, 0}));
+TEST(Sections, StartWithoutLoopsAndTakeThemOneByOne) {
+    CSPositions pool;
+    for (int i = 0; i < 4; ++i)
+        pool.AddPosition({double(i), 0});
     CrossSection sparse(pool, true);
     EXPECT_EQ(&sparse.AddInteriorLoop().Positions(), &pool);
     EXPECT_EQ(sparse.BBox().m_max[0], 3.0); // an empty hole adds nothing
     sparse.GetExteriorLoop() = Loop();
     EXPECT_TRUE(sparse.BBox().IsEmpty());
-    steps.AddConvexLoop();
-    EXPECT_EQ(steps.ConvexLoops().size(), 1u);
+    sparse.AddConvexLoop();
+    EXPECT_EQ(sparse.ConvexLoops().size(), 1u);
+
+    struct Steps : CrossSection {
+        using CrossSection::Modulo;
+    };
+    Steps const steps;
+    EXPECT_EQ(std::vector<int>({steps.Modulo(-1, 5), steps.Modulo(-6, 5), steps.Modulo(7, 5), steps.Modulo(5, 5)}),
+              std::vector<int>({4, 4, 2, 0}));
 }
 
 /// Every loop and section of a set must refer to the set's own pool.
@@ -266,8 +281,8 @@ TEST(Sets, StayBoundToTheirOwnPoolWhereverTheyGo) {
 
 TEST(Sets, AssignmentKeepsTheNamesOfSectionsThatThereAre) {
     CrossSections a, b;
-    a.From(FileDom("sections/reading.json")[0]["document"]);
-    b.From(FileDom("sections/cutting.json")[8]["document"]);
+    a.From(CaseDocument("sections/reading.json", "a deck with names, a closed loop, a hole and a parameter"));
+    b.From(CaseDocument("sections/cutting.json", "a square with a square hole"));
     a = b;
     EXPECT_EQ(SectionText(a.Items()[0]), "Deck: 0 1 2 3 | 7 6 5 4");
     EXPECT_TRUE(a.HasHollow() && a.Parameters().empty());
@@ -277,7 +292,7 @@ TEST(Sets, AssignmentKeepsTheNamesOfSectionsThatThereAre) {
 
 TEST(Sets, ResetTakesThePositionsOfAllSectionsBack) {
     CrossSections set;
-    auto const document = FileDom("sections/cutting.json")[8]["document"];
+    auto const document = CaseDocument("sections/cutting.json", "a square with a square hole");
     set.From(document);
     set.From(document);
     set.GetItems()[1].GetInteriorLoops().push_back(set.Items()[0].InteriorLoops()[0]);
@@ -316,7 +331,7 @@ TEST(Sets, NormalizeVertically) {
 TEST(Dump, ListsEverything) {
     auto const path = ::testing::TempDir() + "sectrix_dump.txt";
     CrossSections set;
-    set.From(FileDom("sections/cutting.json")[8]["document"]);
+    set.From(CaseDocument("sections/cutting.json", "a square with a square hole"));
     {
         std::ofstream closed;
         set.Dump(closed, "");
