@@ -5,7 +5,7 @@
 #include "section_report/section_picture.h"
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace example {
 namespace {

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <utility>
 
 namespace example {
 namespace {
@@ -73,6 +72,11 @@ LoadedDocument Load(Request const& request) {
         tally->m_given = std::max(tally->m_given, tally->m_kept);
     document.m_tallies = {positions, sections, loops, vertices, parameters};
     return document;
+}
+
+std::string TitleOf(CrossSections const& set, std::size_t section) {
+    std::string const& name = set.Items()[section].AssemblyPartName();
+    return name.empty() ? "section " + std::to_string(section + 1) : name;
 }
 
 bool HasDropped(LoadedDocument const& document) {
