@@ -1,13 +1,17 @@
 #!/usr/bin/env python3
-"""Writes the sample models and extrusion documents beside it: pier.stl, bearing.obj, girder.json and its end planes."""
+"""Writes the sample models and extrusion documents: pier.stl, bearing.obj, girder.json and its end planes.
+
+Argument: the folder, unless it is the one of this script, where the output is committed.
+"""
 
 import json
 import math
 import pathlib
 import re
 import struct
+import sys
 
-FOLDER = pathlib.Path(__file__).parent
+FOLDER = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent
 
 
 def quad(a, b, c, d):
