@@ -1,12 +1,12 @@
 /// \file
 /// A host of the library: imports models into meshes and merges them, reads extrusions, and lists and draws them.
 
+#include "common/document.h"
 #include "common/host.h"
 #include "common/html.h"
 #include "common/markup.h"
 #include "mesh_report/extrusion_report.h"
 #include "mesh_report/mesh_report.h"
-#include "sectrix/interfaces/dom_reader_json.h"
 
 #include <charconv>
 #include <cmath>
@@ -150,10 +150,7 @@ private:
     }
 
     void AddDocument(std::filesystem::path const& file) {
-        qel::Dom dom;
-        std::string error;
-        if (!qel::DomReaderJson::FromString(dom, ReadFile(file).c_str(), &error))
-            throw std::runtime_error(file.string() + ": is not JSON: " + error);
+        qel::Dom const dom = ReadDocument(file);
         std::string const name = file.filename().string();
         if (dom.has("Sections")) {
             Finish();

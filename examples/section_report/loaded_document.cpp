@@ -1,10 +1,8 @@
 #include "section_report/loaded_document.h"
 
-#include "common/markup.h"
-#include "sectrix/interfaces/dom_reader_json.h"
+#include "common/document.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace example {
 namespace {
@@ -49,14 +47,7 @@ void CountKept(CrossSections const& set, Tally& positions, Tally& sections, Tall
 } // namespace
 
 LoadedDocument Load(Request const& request) {
-    std::string const text = ReadFile(request.m_file);
-    if (text.find('\0') != std::string::npos) // where the reader would end
-        throw std::runtime_error(request.m_file.string() + ": is not JSON: has a zero byte");
-    Dom dom;
-    std::string error;
-    if (!qel::DomReaderJson::FromString(dom, text.c_str(), &error))
-        throw std::runtime_error(request.m_file.string() + ": is not JSON: " + error);
-
+    Dom const dom = ReadDocument(request.m_file);
     LoadedDocument document{request, CrossSections(request.m_scale), {}};
     document.m_set.From(dom);
 
