@@ -23,7 +23,8 @@ demo = pathlib.Path(sys.argv[1])
 
 
 def title(svg):
-    return re.search(r"<title>(.*?)</title>", svg.read_text(), re.S).group(1)  # escaped already
+    """As it stands in the picture, so escaped already."""
+    return re.search(r"<title>(.*?)</title>", svg.read_text(), re.S).group(1)
 
 
 def input_of(svg):
@@ -33,12 +34,13 @@ def input_of(svg):
 
 
 def part(folder, heading, text):
+    """What a host made, its pictures in the order of its own page."""
     page = folder / "index.html"
     if page.exists():
         text += f' <a href="{folder.name}/index.html">page of this host</a>.'
     body = f'<h2 id="{folder.name}">{heading}</h2>\n<p>{text}</p>\n'
     order = page.read_text() if page.exists() else ""
-    pictures = sorted(folder.glob("*.svg"), key=lambda svg: (order.find(svg.name), svg.name))
+    pictures = sorted(folder.glob("*.svg"), key=lambda svg: (order.find(f'"{svg.name}"'), svg.name))
     if pictures:
         links = (f'<div><a href="{folder.name}/{svg.name}"><img src="{folder.name}/{svg.name}" alt="" loading="lazy">'
                  f"</a>{title(svg)}{input_of(svg)}</div>" for svg in pictures)

@@ -9,4 +9,5 @@ cd "$work/demo"
 grep -o 'href="[^"#]*"' index.html | cut -d '"' -f 2 | sort -u >"$work/links"
 find data ./*/index.html ./*/*.svg -type f | sed 's,^\./,,' | sort -u | diff "$work/links" - ||
     fail "the links on the page (<) are not the files that there are (>)"
-! grep -Eq '(src|href)="(https?:|/)|@import|url\(' index.html ./*/index.html || fail "a page takes what is not beside it"
+! grep -Eq '(src|href)="(https?:|/)|@import|url\(' index.html ./*/index.html ||
+    fail "a page takes what is not beside it"

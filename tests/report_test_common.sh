@@ -1,3 +1,4 @@
+#!/usr/bin/env bash
 # What the tests of the example hosts begin with; they source it, and pass it their arguments: the source folder, the
 # build folder, a folder to work in, which is emptied.
 source=$1 build=$2 work=$3

@@ -147,8 +147,9 @@ def write_json(name, document):
     (FOLDER / name).write_text(text + "\n")
 
 
-write_stl("pier.stl", pier())
-write_bearing()
-write_json("girder.json", girder())
-write_json("girder-start.json", end_plane(True))
-write_json("girder-end.json", end_plane(False))
+if __name__ == "__main__":
+    write_stl("pier.stl", pier())
+    write_bearing()
+    write_json("girder.json", girder())
+    write_json("girder-start.json", end_plane(True))
+    write_json("girder-end.json", end_plane(False))
