@@ -1,6 +1,7 @@
 #include "section_report/measures.h"
 
 #include <cmath>
+#include <cstdint>
 
 namespace example {
 namespace {
