@@ -44,9 +44,12 @@ void RunSections(std::string const& bytes) {
     set.From(stream);
     std::ofstream nowhere("/dev/null");
     set.Dump(nowhere, "");
-    CrossSections const copy = set;
-    for (bool const convex : {false, true})
-        CrossSections(set, copy, 0.5, convex).NormalizeVertical();
+    CrossSections other = set;
+    for (int round = 0; round < 2; ++round) { // as they were, then with the last section first
+        for (bool const convex : {false, true})
+            CrossSections(set, other, 0.5, convex).NormalizeVertical();
+        std::vector<CrossSection>(other.Items().rbegin(), other.Items().rend()).swap(other.GetItems());
+    }
     set.ResetConvexLoops();
     Dom dom;
     set.To(dom);
@@ -122,6 +125,30 @@ std::string Outline(std::function<std::string(int)> const& point) {
     return Document(R"({"Outlines":[[)", point, "]]}");
 }
 
+/// A spiral whose inner turns are flatter than the tolerance on a turn.
+std::string Spiral() {
+    auto const shape = shapes::Spiral(27000);
+    std::ostringstream text;
+    for (int const index : shape.loops[0]) {
+        auto const& [x, y] = shape.points[static_cast<std::size_t>(index)];
+        text << (text.tellp() > 0 ? "," : "") << '[' << x * 1e-5 << ',' << y * 1e-5 << ']';
+    }
+    return R"({"Outlines":[[)" + text.str() + "]]}";
+}
+
+/// Sections that have one hole twice, the same in all of them, and another of their own.
+std::string Repeats() {
+    int const count = 9000;
+    std::string text = R"({"Outlines":[[[0,0],[9,0],[9,9])";
+    for (int i = -1; i < count; ++i)
+        text += R"(,{"name":"z)" + std::to_string(i) + R"(","coordinates":[1,1]})";
+    text += "],[";
+    for (int i = 0; i < count; ++i)
+        text += (i > 0 ? "," : "") + std::string("[[[0,1,2],true],[[3,0,1],false],[[3,0,1],false],[[") +
+                std::to_string(4 + i) + ",0,1],false]]";
+    return text + "]]}";
+}
+
 } // namespace
 
 int main() {
@@ -153,6 +180,8 @@ int main() {
         Sections("sections: a zigzag on a grid", Outline([](int i) { return Point(i / 2, i % 2 * 5); })),
         Sections("sections: any points of a grid",
                  Outline([](int i) { return Point(i * 7919 % 8191, i * 104729 % 8179); })),
+        Sections("sections: a spiral too fine to be cut", Spiral()),
+        Sections("sections: holes that repeat each other", Repeats()),
         Sections("sections: alike without a name",
                  Document(
                      kSquare, [](int i) { return i % 2 ? "[[[0,1,2],true]]" : "[[[0,1,2,3],true]]"; }, "]]}")),

@@ -1,5 +1,6 @@
 #include "sectrix/extrusion/extrusion.h"
 #include "sectrix/foundation/json_tag.h"
+#include "sectrix/foundation/reserve_more.h"
 #include "sectrix/interfaces/dom.h"
 
 #include <utility>
@@ -13,7 +14,7 @@ void ReadList(Dom const& dom, char const* key, std::vector<Element>& list) {
     if (!dom.has(key) || !dom[key].isArray())
         return;
     Dom const& elements = dom[key];
-    list.reserve(list.size() + elements.size());
+    ReserveMore(list, elements.size());
     for (std::uint64_t i = 0; i < elements.size(); ++i)
         list.emplace_back().from(elements[i]);
 }

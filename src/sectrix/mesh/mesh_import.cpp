@@ -1,4 +1,5 @@
 #include "sectrix/foundation/position_arithmetic.h"
+#include "sectrix/foundation/reserve_more.h"
 #include "sectrix/mesh/mesh.h"
 
 #include <algorithm>
@@ -11,13 +12,13 @@ void Mesh::fromOBJ(aiMesh const* mesh, Matrix const& matrix) {
     Mat<4, double> transform;
     std::copy_n(matrix.m_elements, transform.m_elements.size(), transform.m_elements.begin());
 
-    m_positions.reserve(m_positions.size() + mesh->mNumVertices);
+    ReserveMore(m_positions, mesh->mNumVertices);
     for (unsigned i = 0; i < mesh->mNumVertices; ++i) {
         aiVector3D const& vertex = mesh->mVertices[i];
         m_positions.push_back(Transformed(vertex.x, vertex.y, vertex.z, transform.m_elements.data()));
     }
 
-    m_indices.reserve(m_indices.size() + std::size_t{3} * mesh->mNumFaces);
+    ReserveMore(m_indices, std::size_t{3} * mesh->mNumFaces);
     for (unsigned i = 0; i < mesh->mNumFaces; ++i) {
         aiFace const& face = mesh->mFaces[i];
         if (face.mNumIndices == 3)

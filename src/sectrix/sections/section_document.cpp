@@ -1,7 +1,7 @@
 #include "sectrix/foundation/json_tag.h"
+#include "sectrix/foundation/reserve_more.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/sections/cross_sections.h"
-#include "sectrix/sections/reserve_more.h"
 
 #include <algorithm>
 #include <istream>
@@ -19,6 +19,24 @@ bool HasCoordinates(Dom const& node) {
 
 Vec<2, double> ReadCoordinates(Dom const& node) {
     return {node[0].asDouble(0.0), node[1].asDouble(0.0)};
+}
+
+/// What the stream gives of `length` bytes.
+std::string ReadText(std::istream& stream, std::streamoff length) {
+    std::string text;
+    auto const readUpTo = [&](std::streamoff end) {
+        auto const begin = text.size();
+        text.resize(static_cast<std::size_t>(end));
+        stream.read(text.data() + begin, end - static_cast<std::streamoff>(begin));
+        text.resize(begin + static_cast<std::size_t>(stream.gcount()));
+    };
+    // A folder that has been opened as a file reports the greatest length there is. So room for all of a long text
+    // is made only once the stream has given a piece.
+    std::streamoff const piece = 1 << 20;
+    readUpTo(std::min(length, piece));
+    if (stream && length > piece)
+        readUpTo(length);
+    return text;
 }
 
 void ReadPositions(Dom const& nodes, CSPositions& pool) {
@@ -43,12 +61,7 @@ void CrossSections::From(std::istream& stream) {
     if (length <= 0)
         return;
     Dom document;
-    {
-        std::string text(static_cast<std::size_t>(length), '\0');
-        stream.read(text.data(), length);
-        text.resize(static_cast<std::size_t>(stream.gcount()));
-        DomReaderJson::FromString(document, text.c_str(), nullptr);
-    }
+    DomReaderJson::FromString(document, ReadText(stream, length).c_str(), nullptr);
     From(document);
 }
 
