@@ -9,24 +9,7 @@ import pathlib
 import re
 import sys
 
-STYLE = """
-:root { color-scheme: light; }
-* { box-sizing: border-box; }
-body { margin: 0 auto; padding: 1.5rem clamp(0.8rem, 3vw, 3rem) 4rem; max-width: 90rem; background: #f3f5f7;
-  color: #26323d; font: 16px/1.5 system-ui, -apple-system, "Segoe UI", Roboto, "DejaVu Sans", sans-serif; }
-h1 { font-size: 1.7rem; line-height: 1.2; margin: 0 0 0.5rem; }
-h2 { font-size: 1.25rem; margin: 2.4rem 0 0.4rem; padding-top: 0.8rem; border-top: 2px solid #cfd6dd; }
-p { margin: 0.3rem 0; max-width: 60rem; }
-a { color: #0b5cad; overflow-wrap: anywhere; }
-nav a { margin-right: 1.2rem; }
-.pictures { display: grid; gap: 0.8rem; margin: 0.8rem 0;
-  grid-template-columns: repeat(auto-fill, minmax(min(100%, 15rem), 1fr)); }
-.pictures div { padding: 0.5rem; background: #fff; border: 1px solid #dde3e8; border-radius: 6px; font-size: 0.9rem;
-  min-width: 0; }
-.pictures img { display: block; width: 100%; height: 12rem; object-fit: contain; margin-bottom: 0.3rem; }
-pre { overflow-x: auto; padding: 0.8rem; background: #fff; border: 1px solid #dde3e8; border-radius: 6px;
-  font: 0.82rem/1.45 "DejaVu Sans Mono", monospace; }
-"""
+STYLE = (pathlib.Path(__file__).parent / "common/page.css").read_text()
 
 HOSTS = {  # in the order of the page
     "sections": ("Sections and blends", "Documents of outlines, cut into convex loops, and the sections between two. "
@@ -40,7 +23,8 @@ demo = pathlib.Path(sys.argv[1])
 
 
 def title(svg):
-    return re.search(r"<title>(.*?)</title>", svg.read_text(), re.S).group(1)  # escaped already
+    """As it stands in the picture, so escaped already."""
+    return re.search(r"<title>(.*?)</title>", svg.read_text(), re.S).group(1)
 
 
 def input_of(svg):
@@ -50,12 +34,13 @@ def input_of(svg):
 
 
 def part(folder, heading, text):
+    """What a host made, its pictures in the order of its own page."""
     page = folder / "index.html"
     if page.exists():
         text += f' <a href="{folder.name}/index.html">page of this host</a>.'
     body = f'<h2 id="{folder.name}">{heading}</h2>\n<p>{text}</p>\n'
     order = page.read_text() if page.exists() else ""
-    pictures = sorted(folder.glob("*.svg"), key=lambda svg: (order.find(svg.name), svg.name))
+    pictures = sorted(folder.glob("*.svg"), key=lambda svg: (order.find(f'"{svg.name}"'), svg.name))
     if pictures:
         links = (f'<div><a href="{folder.name}/{svg.name}"><img src="{folder.name}/{svg.name}" alt="" loading="lazy">'
                  f"</a>{title(svg)}{input_of(svg)}</div>" for svg in pictures)
@@ -76,7 +61,8 @@ body = "".join(part(*arguments) for arguments in parts)
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width, initial-scale=1">
 <title>ORL_Sectrix: what the example hosts made</title>
-<style>{STYLE}</style>
+<style>
+{STYLE}</style>
 </head>
 <body>
 <h1>What the example hosts made</h1>

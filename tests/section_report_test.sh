@@ -2,11 +2,10 @@
 # Runs the section report on the sample documents and on files that it must refuse.
 # Arguments: the source folder, the build folder, an empty folder to work in.
 set -euo pipefail
-source=$1 build=$2 work=$3
-fail() { echo "FAILED: $1"; exit 1; }
-rm -rf "$work" && mkdir -p "$work"
+. "$(dirname "$0")/report_test_common.sh"
 
-table=$("$source/examples/section_report/demo.sh" "$build" "$work/demo")
+writes_samples make_sections.py
+table=$("$examples/section_report/demo.sh" "$build" "$work/demo")
 # The areas that the girders' makers publish, in square inches.
 grep -Eq 'AASHTO Type IV +12 +0 +4 .* 789 +789 +0 +0$' <<<"$table" || fail "area of the AASHTO Type IV girder"
 grep -Eq 'PCI BT-72 +14 +0 +4 .* 767 +767 +0 +0$' <<<"$table" || fail "area of the PCI BT-72 girder"
@@ -28,11 +27,12 @@ cat >"$work/q&a.json" <<'JSON'
               [{"assemblyPartName": "<i>&\"'\u0001", "loops": [[[0, 1, 2], true]]}]]}
 JSON
 echo '{"Outlines": [' >"$work/cut-off.json"
-status=0
-"$build/examples/section_report/section_report" --out "$work/bad" "$work/none.json" "$work/cut-off.json" "$work/q&a.json" \
-    >"$work/out" 2>"$work/err" || status=$?
-[ "$status" = 1 ] || fail "exit status $status for files that cannot be read"
+refuses 1 section_report --out "$work/bad" "$work/none.json" "$work/cut-off.json" "$work/q&a.json"
 grep -q 'none.json: cannot be opened: No such file' "$work/err" || fail "no message for a missing file"
 grep -q 'cut-off.json: is not JSON: ' "$work/err" || fail "no message for text that is not JSON"
 xmllint --noout "$work"/bad/*.svg || fail "a picture with special characters is not XML"
 ! grep -q '<[bi]>&' "$work"/bad/*.svg "$work/bad/index.html" || fail "text is not escaped"
+
+refuses 2 section_report --unit m --foo "$work/q&a.json"
+grep -q '^section_report: there is no option --foo$' "$work/err" || fail "no message for an option that there is not"
+grep -q '^usage: ' "$work/err" || fail "no usage for an option that there is not"

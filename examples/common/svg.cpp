@@ -10,6 +10,7 @@
 namespace example {
 namespace {
 
+// Texts are of `Svg::kTextSize`.
 constexpr char const* kStyle = "text{font:12px 'DejaVu Sans',Verdana,Arial,sans-serif;fill:#26323d}"
                                ".dimension{stroke:#6b7785;stroke-width:1;fill:none}"
                                ".dimension-text{fill:#4a5663;font-size:12px}"
@@ -147,7 +148,7 @@ void Svg::Dimension(Point from, Point to, std::string const& text) {
     Point const middle{from.x / 2 + to.x / 2, from.y / 2 + to.y / 2};
     if (level)
         Text({middle.x, middle.y - 6}, text, "dimension-text", "middle");
-    else if (std::abs(to.y - from.y) < TextWidth(text, 12.0) + 2 * kTick)
+    else if (std::abs(to.y - from.y) < TextWidth(text, kTextSize) + 2 * kTick)
         Text({middle.x, std::min(from.y, to.y) - 12}, text, "dimension-text", "middle");
     else
         UprightText({middle.x - 6, middle.y}, text, "dimension-text");

@@ -67,6 +67,8 @@ public:
     /// The whole document.
     std::string Document() const;
 
+    /// The size in pixels of a text without a class of its own, and of numbers.
+    static constexpr double kTextSize = 12.0;
     /// About how wide a text of this size is.
     static double TextWidth(std::string const& text, double fontSize);
 

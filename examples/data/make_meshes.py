@@ -1,13 +1,17 @@
 #!/usr/bin/env python3
-"""Writes the sample models and extrusion documents beside it: pier.stl, bearing.obj, girder.json and its end planes."""
+"""Writes the sample models and extrusion documents: pier.stl, bearing.obj, girder.json and its end planes.
+
+Argument: the folder, unless it is the one of this script, where the output is committed.
+"""
 
 import json
 import math
 import pathlib
 import re
 import struct
+import sys
 
-FOLDER = pathlib.Path(__file__).parent
+FOLDER = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent
 
 
 def quad(a, b, c, d):
@@ -143,8 +147,9 @@ def write_json(name, document):
     (FOLDER / name).write_text(text + "\n")
 
 
-write_stl("pier.stl", pier())
-write_bearing()
-write_json("girder.json", girder())
-write_json("girder-start.json", end_plane(True))
-write_json("girder-end.json", end_plane(False))
+if __name__ == "__main__":
+    write_stl("pier.stl", pier())
+    write_bearing()
+    write_json("girder.json", girder())
+    write_json("girder-start.json", end_plane(True))
+    write_json("girder-end.json", end_plane(False))

@@ -1,14 +1,16 @@
 #!/usr/bin/env python3
-"""Writes the sample documents beside this script. README.md says where their dimensions come from.
+"""Writes the sample documents of sections. README.md says where their dimensions come from.
 
-All loops run counter-clockwise, holes too. Run without arguments; the output is committed.
+All loops run counter-clockwise, holes too. Argument: the folder, unless it is the one of this script, where the output
+is committed.
 """
 
 import json
 import math
 import pathlib
+import sys
 
-FOLDER = pathlib.Path(__file__).parent
+FOLDER = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).parent
 
 
 class Document:

@@ -58,7 +58,7 @@ std::vector<std::string> TreeLines(LoadedExtrusion const& loaded) {
     return lines;
 }
 
-/// The profiles that have a place in a picture, each with the class that it is drawn in.
+/// A profile in a picture: those of its positions that have a place there, and the class that it is drawn in.
 struct DrawnProfile {
     std::vector<Position> m_positions;
     std::string m_class;
@@ -92,7 +92,8 @@ struct DrawnPlane {
 DrawnPlane PlaceInPicture(EndPlane const& plane, std::vector<DrawnProfile> const& profiles) {
     Vector const origin = VectorTo(plane.Origin());
     Vector const normal = Unit(VectorTo(plane.Normal()));
-    bool const isLevel = std::abs(normal[2]) > 0.999;
+    constexpr double kUpright = 0.999; // more than this of a unit vector along z leaves no direction across it
+    bool const isLevel = std::abs(normal[2]) > kUpright;
     Vector const across = Unit(Cross(isLevel ? Vector{1, 0, 0} : Vector{0, 0, 1}, normal));
     Vector const up = Cross(normal, across);
     std::vector<Position> nearest;

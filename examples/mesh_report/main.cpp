@@ -1,19 +1,22 @@
 /// \file
 /// A host of the library: imports models into meshes and merges them, reads extrusions, and lists and draws them.
 
+#include "common/document.h"
+#include "common/host.h"
 #include "common/html.h"
 #include "common/markup.h"
 #include "mesh_report/extrusion_report.h"
 #include "mesh_report/mesh_report.h"
-#include "sectrix/interfaces/dom_reader_json.h"
 
 #include <charconv>
 #include <cmath>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace example {
@@ -54,8 +57,10 @@ std::vector<double> ParseNumbers(std::string const& text, std::size_t count) {
                                 (count == 1 ? "a number" : std::to_string(count) + " numbers with commas"));
 }
 
+/// Scales, then turns about the z axis, then moves.
 qel::Mat<4, double> Transform(double scale, double degrees, std::vector<double> const& move) {
-    double const angle = degrees * 3.14159265358979323846 / 180;
+    constexpr double kPi = 3.14159265358979323846;
+    double const angle = degrees * kPi / 180;
     qel::Mat<4, double> transform;
     transform[0] = transform[5] = scale * std::cos(angle);
     transform[1] = scale * std::sin(angle);
@@ -98,7 +103,7 @@ Arguments Parse(std::vector<std::string> const& words) {
 /// Runs through the files; an extrusion waits for the end planes that follow it.
 class Reporter {
 public:
-    explicit Reporter(Arguments const& arguments) : m_folder(arguments.m_folder), m_page("Meshes and extrusions") {
+    explicit Reporter(std::filesystem::path const& folder) : m_folder(folder), m_page("Meshes and extrusions") {
         m_page.Paragraph(
             "Models are imported into meshes, whose near positions are then merged. Lines are the edges "
             "that a triangle does not share with exactly one other, and those at which the surface "
@@ -109,21 +114,22 @@ public:
     void Add(std::filesystem::path const& file, qel::Mat<4, double> const& transform) {
         ++m_count;
         if (file.extension() == ".json") {
-            AddDocument(file);
+            Attempt([&] { AddDocument(file); });
         } else {
             Finish();
-            std::cout << ReportModel(file, transform, m_folder, Stem(file), m_page) << std::endl;
+            Attempt([&] { std::cout << ReportModel(file, transform, m_folder, Stem(file), m_page) << std::endl; });
         }
     }
 
     /// Reports on the extrusion that waits.
     void Finish() {
-        if (m_extrusion)
-            std::cout << ReportExtrusion(*m_extrusion, m_folder / (m_stem + ".svg"), m_page) << std::endl;
-        m_extrusion.reset();
+        if (auto const loaded = std::exchange(m_extrusion, std::nullopt))
+            Attempt(
+                [&] { std::cout << ReportExtrusion(*loaded, m_folder / (m_stem + ".svg"), m_page) << std::endl; });
     }
 
-    void Warn(std::string const& message) { m_page.Warning(message); }
+    /// False when a file could not be reported on; the others are nevertheless.
+    bool IsGood() const { return m_isGood; }
 
     void WritePage() const {
         WriteFile(m_folder / "index.html", m_page.Document());
@@ -131,11 +137,20 @@ public:
     }
 
 private:
+    /// Does a part of the work; what it throws becomes a warning.
+    template <class Work>
+    void Attempt(Work work) {
+        try {
+            work();
+        } catch (std::exception const& error) {
+            std::cerr << "mesh_report: " << error.what() << std::endl;
+            m_page.Warning(error.what());
+            m_isGood = false;
+        }
+    }
+
     void AddDocument(std::filesystem::path const& file) {
-        qel::Dom dom;
-        std::string error;
-        if (!qel::DomReaderJson::FromString(dom, ReadFile(file).c_str(), &error))
-            throw std::runtime_error(file.string() + ": is not JSON: " + error);
+        qel::Dom const dom = ReadDocument(file);
         std::string const name = file.filename().string();
         if (dom.has("Sections")) {
             Finish();
@@ -156,42 +171,28 @@ private:
 
     std::filesystem::path m_folder;
     HtmlPage m_page;
+    bool m_isGood = true;
     std::size_t m_count = 0;
+    /// The extrusion that waits.
     std::optional<LoadedExtrusion> m_extrusion;
-    /// How the files of the extrusion's pictures begin.
+    /// How the name of its picture begins.
     std::string m_stem;
 };
 
-/// Returns false when a file could not be reported on; the others are nevertheless.
 bool Report(Arguments const& arguments) {
     std::filesystem::create_directories(arguments.m_folder);
-    Reporter reporter(arguments);
-    bool good = true;
-    for (std::size_t i = 0; i < arguments.m_files.size(); ++i) {
-        try {
-            reporter.Add(arguments.m_files[i], arguments.m_transforms[i]);
-        } catch (std::exception const& error) {
-            std::cerr << "mesh_report: " << error.what() << std::endl;
-            reporter.Warn(error.what());
-            good = false;
-        }
-    }
+    Reporter reporter(arguments.m_folder);
+    for (std::size_t i = 0; i < arguments.m_files.size(); ++i)
+        reporter.Add(arguments.m_files[i], arguments.m_transforms[i]);
     reporter.Finish();
     reporter.WritePage();
-    return good;
+    return reporter.IsGood();
 }
 
 } // namespace
 } // namespace example
 
 int main(int argc, char** argv) {
-    try {
-        return example::Report(example::Parse({argv + 1, argv + argc})) ? 0 : 1;
-    } catch (std::invalid_argument const& error) {
-        std::cerr << "mesh_report: " << error.what() << '\n' << example::kUsage;
-        return 2;
-    } catch (std::exception const& error) {
-        std::cerr << "mesh_report: " << error.what() << '\n';
-        return 1;
-    }
+    return example::RunHost("mesh_report", example::kUsage, argc, argv,
+                            [](auto const& words) { return example::Report(example::Parse(words)); });
 }

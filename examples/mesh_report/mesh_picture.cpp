@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <map>
 #include <utility>
 
@@ -25,10 +26,10 @@ constexpr int kTones = 8;
 
 constexpr char const* kStyle = ".title{font-size:18px;font-weight:bold}"
                                ".sub{font-size:13px;fill:#4a5663}"
-                               ".t0{fill:#5f7488;stroke:#5f7488}.t1{fill:#70869b;stroke:#70869b}.t2{fill:#8297ac;"
-                               "stroke:#8297ac}.t3{fill:#95a9bc;stroke:#95a9bc}"
-                               ".t4{fill:#a9bbcc;stroke:#a9bbcc}.t5{fill:#bdcddb;stroke:#bdcddb}.t6{fill:#d2dee8;"
-                               "stroke:#d2dee8}.t7{fill:#e8eff5;stroke:#e8eff5}"
+                               ".t0{fill:#5f7488;stroke:#5f7488}.t1{fill:#70869b;stroke:#70869b}"
+                               ".t2{fill:#8297ac;stroke:#8297ac}.t3{fill:#95a9bc;stroke:#95a9bc}"
+                               ".t4{fill:#a9bbcc;stroke:#a9bbcc}.t5{fill:#bdcddb;stroke:#bdcddb}"
+                               ".t6{fill:#d2dee8;stroke:#d2dee8}.t7{fill:#e8eff5;stroke:#e8eff5}"
                                ".back{fill:#e3c9a4;stroke:#e3c9a4}"
                                "polygon{stroke-width:.6;stroke-linejoin:round}"
                                ".edge{stroke:#1d3853;stroke-width:1;fill:none;stroke-linecap:round}"

@@ -57,7 +57,8 @@ void Paint(Svg& svg, std::vector<Piece> pieces, View const& view, double room) {
         return;
     // All the others are below the plane of one of them, above it, or within; what is on the viewer's side covers
     // it.
-    Plane const plane = PlaneOf(pieces[pieces.size() / 2]);
+    Piece const& middle = pieces[pieces.size() / 2];
+    Plane const plane = PlaneOf(middle);
     std::vector<Piece> below, within, above;
     for (Piece& piece : pieces) {
         std::vector<double> heights;
@@ -66,7 +67,8 @@ void Paint(Svg& svg, std::vector<Piece> pieces, View const& view, double room) {
             heights.push_back(height > room || height < -room ? height : 0);
         }
         auto const [low, high] = std::minmax_element(heights.begin(), heights.end());
-        if (*low >= 0 && *high <= 0) {
+        // Rounding may put a corner far from the origin off the plane of its own piece, which must not come back.
+        if (&piece == &middle || (*low >= 0 && *high <= 0)) {
             within.push_back(std::move(piece));
         } else if (*low >= 0) {
             above.push_back(std::move(piece));

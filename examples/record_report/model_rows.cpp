@@ -1,5 +1,6 @@
 #include "record_report/model_rows.h"
 
+#include <cstdint>
 #include <sstream>
 #include <stdexcept>
 

@@ -1,5 +1,8 @@
 #pragma once
 
+/// \file
+/// The host's own side of the model database: its connection, and the records that it fills by its own SQL.
+
 #include "sectrix/records/acis_geometry.h"
 #include "sectrix/records/obj.h"
 
@@ -7,9 +10,6 @@
 #include <sqlite3.h>
 #include <string>
 #include <vector>
-
-/// \file
-/// The host's own side of the model database: its connection, and the records that it fills by its own SQL.
 
 namespace example {
 

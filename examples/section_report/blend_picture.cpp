@@ -5,7 +5,7 @@
 #include "section_report/section_picture.h"
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace example {
 namespace {
@@ -53,8 +53,9 @@ std::vector<std::pair<Point, Point>> LinesBetween(Rings const& rings, Rings cons
 std::string DrawSideBySide(std::vector<Station> const& stations, std::string const& title,
                            std::string const& unit) {
     constexpr double kCell = 330.0, kGap = 26.0, kCaption = 46.0;
+    constexpr std::size_t kMostColumns = 4;
     Frame const frame(stations);
-    std::size_t const columns = std::min<std::size_t>(stations.size(), 4);
+    std::size_t const columns = std::min(stations.size(), kMostColumns);
     std::size_t const rows = (stations.size() + columns - 1) / columns;
     double const height = std::clamp(kCell * frame.Height() / frame.Width(), 40.0, 1.5 * kCell);
     Point const page{2 * kMargin + static_cast<double>(columns) * (kCell + kGap) - kGap,

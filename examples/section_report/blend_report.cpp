@@ -93,11 +93,9 @@ std::string ReportBlend(BlendRequest const& request, std::filesystem::path const
     }
     auto const blends = BlendAll(first.m_set, second.m_set, request.m_count);
     for (std::size_t section = 0; section < first.m_set.Items().size(); ++section) {
-        std::string const& name = first.m_set.Items()[section].AssemblyPartName();
-        std::string const title = name.empty() ? "Section " + std::to_string(section + 1) : name;
         Table const table = BlendTable(blends, section, unit);
         page.AddTable(table);
-        page.Figures(DrawFigures(blends, section, title, folder, stem, unit));
+        page.Figures(DrawFigures(blends, section, TitleOf(first.m_set, section), folder, stem, unit));
         text += PlainText(table);
     }
     return text;

@@ -59,7 +59,10 @@ double Cost(Box const& box, Box const& page, std::vector<Box> const& taken, std:
 
 void PlaceLabels(std::vector<Label>& labels, double fontSize, Box page, Box shape, std::vector<Box> taken,
                  std::vector<Segment> const& lines) {
-    constexpr double kMark = 6.0; // half the room that the mark of a point takes
+    constexpr double kMark = 6.0;        // half the room that the mark of a point takes
+    constexpr double kNear = 10.0;       // beyond this a text takes a leader
+    constexpr double kWorthALine = 25.0; // so much further off a text would rather stand than cover a line
+    constexpr double kInward = 0.4;      // what standing towards the middle costs, against 1 for a line covered
     Point const middle{shape.m_low.x / 2 + shape.m_high.x / 2, shape.m_low.y / 2 + shape.m_high.y / 2};
     for (Label const& label : labels)
         taken.push_back({{label.m_point.x - kMark, label.m_point.y - kMark},
@@ -75,12 +78,12 @@ void PlaceLabels(std::vector<Label>& labels, double fontSize, Box page, Box shap
                 Box const box = TextBox(label.m_point, direction, distance, size);
                 bool const inward = direction.x * (label.m_point.x - middle.x) < 0 ||
                                     direction.y * (label.m_point.y - middle.y) < 0;
-                // A line covered weighs as much as a text some 25 pixels further off.
-                double const cost = Cost(box, page, taken, lines) + distance / 25 + (inward ? 0.4 : 0.0);
+                double const cost =
+                    Cost(box, page, taken, lines) + distance / kWorthALine + (inward ? kInward : 0.0);
                 if (cost < least) {
                     least = cost;
                     best = box;
-                    label.m_far = distance > 10;
+                    label.m_far = distance > kNear;
                 }
             }
         label.m_placed = std::isfinite(least);

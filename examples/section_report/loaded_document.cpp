@@ -1,11 +1,8 @@
 #include "section_report/loaded_document.h"
 
-#include "common/markup.h"
-#include "sectrix/interfaces/dom_reader_json.h"
+#include "common/document.h"
 
 #include <algorithm>
-#include <stdexcept>
-#include <utility>
 
 namespace example {
 namespace {
@@ -50,14 +47,7 @@ void CountKept(CrossSections const& set, Tally& positions, Tally& sections, Tall
 } // namespace
 
 LoadedDocument Load(Request const& request) {
-    std::string const text = ReadFile(request.m_file);
-    if (text.find('\0') != std::string::npos) // where the reader would end
-        throw std::runtime_error(request.m_file.string() + ": is not JSON: has a zero byte");
-    Dom dom;
-    std::string error;
-    if (!qel::DomReaderJson::FromString(dom, text.c_str(), &error))
-        throw std::runtime_error(request.m_file.string() + ": is not JSON: " + error);
-
+    Dom const dom = ReadDocument(request.m_file);
     LoadedDocument document{request, CrossSections(request.m_scale), {}};
     document.m_set.From(dom);
 
@@ -73,6 +63,11 @@ LoadedDocument Load(Request const& request) {
         tally->m_given = std::max(tally->m_given, tally->m_kept);
     document.m_tallies = {positions, sections, loops, vertices, parameters};
     return document;
+}
+
+std::string TitleOf(CrossSections const& set, std::size_t section) {
+    std::string const& name = set.Items()[section].AssemblyPartName();
+    return name.empty() ? "section " + std::to_string(section + 1) : name;
 }
 
 bool HasDropped(LoadedDocument const& document) {

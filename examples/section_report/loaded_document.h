@@ -5,6 +5,7 @@
 
 #include "sectrix/sections/cross_sections.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -28,6 +29,7 @@ struct Tally {
     std::uint64_t m_kept = 0;
 };
 
+/// A document that was read.
 struct LoadedDocument {
     Request m_request;
     qel::Sectrix::CrossSections m_set;
@@ -38,6 +40,9 @@ struct LoadedDocument {
 /// Throws std::runtime_error with a message for the user when the file cannot be read or is not JSON. A JSON
 /// document that holds no sections is no error.
 LoadedDocument Load(Request const& request);
+
+/// What a section of a set is called: the name of its part, or else its number, counted from 1.
+std::string TitleOf(qel::Sectrix::CrossSections const& set, std::size_t section);
 
 /// True when reading has passed over anything.
 bool HasDropped(LoadedDocument const& document);

@@ -1,6 +1,7 @@
 /// \file
 /// A host of the library: reads documents of sections, lists, draws and writes back what came of them.
 
+#include "common/host.h"
 #include "common/html.h"
 #include "common/markup.h"
 #include "section_report/blend_report.h"
@@ -10,6 +11,7 @@
 #include <charconv>
 #include <cmath>
 #include <exception>
+#include <filesystem>
 #include <iostream>
 #include <set>
 #include <stdexcept>
@@ -55,11 +57,13 @@ Request ParseDocument(std::string const& argument, std::string const& unit) {
 
 BlendRequest ParseBlend(std::string const& count, std::string const& first, std::string const& second,
                         std::string const& unit) {
+    constexpr int kMostBlends = 1000; // no picture shows more
     BlendRequest request{0, ParseDocument(first, unit), ParseDocument(second, unit)};
     char const* const end = count.data() + count.size();
     auto const [rest, error] = std::from_chars(count.data(), end, request.m_count);
-    if (error != std::errc() || rest != end || request.m_count < 2 || request.m_count > 1000)
-        throw std::invalid_argument("--blend wants a count from 2 to 1000, not " + count);
+    if (error != std::errc() || rest != end || request.m_count < 2 || request.m_count > kMostBlends)
+        throw std::invalid_argument("--blend wants a count from 2 to " + std::to_string(kMostBlends) + ", not " +
+                                    count);
     return request;
 }
 
@@ -67,25 +71,26 @@ Arguments Parse(std::vector<std::string> const& words) {
     Arguments arguments;
     std::string unit = Request().m_unit;
     for (std::size_t i = 0; i < words.size(); ++i) {
-        if (words[i] == "--blend") {
-            if (words.size() - i <= 3)
-                throw std::invalid_argument("--blend wants a count and two documents");
+        std::string const& word = words[i];
+        auto const want = [&](std::size_t count, char const* what) {
+            if (words.size() - i <= count)
+                throw std::invalid_argument(word + " wants " + what);
+        };
+        if (word.substr(0, 2) != "--") {
+            arguments.m_requests.push_back(ParseDocument(word, unit));
+        } else if (word == "--out") {
+            want(1, "a folder");
+            arguments.m_folder = words[++i];
+        } else if (word == "--unit") {
+            want(1, "a name");
+            unit = words[++i];
+        } else if (word == "--blend") {
+            want(3, "a count and two documents");
             arguments.m_blends.push_back(ParseBlend(words[i + 1], words[i + 2], words[i + 3], unit));
             i += 3;
-            continue;
+        } else {
+            throw std::invalid_argument("there is no option " + word);
         }
-        bool const option = words[i] == "--out" || words[i] == "--unit";
-        if (!option) {
-            arguments.m_requests.push_back(ParseDocument(words[i], unit));
-            continue;
-        }
-        if (i + 1 == words.size())
-            throw std::invalid_argument(words[i] + " wants a value");
-        if (words[i] == "--out")
-            arguments.m_folder = words[i + 1];
-        else
-            unit = words[i + 1];
-        ++i;
     }
     if (arguments.m_requests.empty() && arguments.m_blends.empty())
         throw std::invalid_argument("no document given");
@@ -138,13 +143,6 @@ bool Report(Arguments const& arguments) {
 } // namespace example
 
 int main(int argc, char** argv) {
-    try {
-        return example::Report(example::Parse({argv + 1, argv + argc})) ? 0 : 1;
-    } catch (std::invalid_argument const& error) {
-        std::cerr << "section_report: " << error.what() << '\n' << example::kUsage;
-        return 2;
-    } catch (std::exception const& error) {
-        std::cerr << "section_report: " << error.what() << '\n';
-        return 1;
-    }
+    return example::RunHost("section_report", example::kUsage, argc, argv,
+                            [](auto const& words) { return example::Report(example::Parse(words)); });
 }

@@ -1,6 +1,7 @@
 #include "section_report/measures.h"
 
 #include <cmath>
+#include <cstdint>
 
 namespace example {
 namespace {
@@ -33,8 +34,8 @@ std::vector<Point> Edges(std::vector<Point> const& corners) {
 
 double AreaOf(std::vector<Point> const& corners) {
     double twice = 0.0;
-    for (std::size_t i = 1; i + 1 < corners.size();
-         ++i) // from the first corner, so that far coordinates cancel early
+    // From the first corner, so that far coordinates cancel early.
+    for (std::size_t i = 1; i + 1 < corners.size(); ++i)
         twice += Cross(Between(corners[0], corners[i]), Between(corners[0], corners[i + 1]));
     return twice / 2;
 }

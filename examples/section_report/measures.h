@@ -7,7 +7,6 @@
 #include "sectrix/sections/cross_section.h"
 
 #include <cstddef>
-#include <string>
 #include <vector>
 
 namespace example {

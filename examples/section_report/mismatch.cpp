@@ -1,6 +1,7 @@
 #include "section_report/mismatch.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
 #include <set>
 
@@ -16,7 +17,7 @@ std::set<std::string> NamesIn(std::vector<Loop> const& loops) {
     for (auto const& loop : loops)
         for (auto const& vertex : loop.Vertices()) {
             bool found = false;
-            auto const index = static_cast<std::uint64_t>(std::int64_t{vertex.Index()});
+            auto const index = static_cast<std::uint64_t>(vertex.Index());
             auto const& name = loop.Positions().GetPosition(index, found).Name();
             if (!name.empty())
                 names.insert(name);
@@ -26,15 +27,16 @@ std::set<std::string> NamesIn(std::vector<Loop> const& loops) {
 
 /// The names that the others lack; a few of them when there are many.
 std::string Missing(std::set<std::string> const& names, std::set<std::string> const& others) {
-    std::size_t const most = 4;
+    constexpr std::size_t kMost = 4;
     std::vector<std::string> missing;
     std::set_difference(names.begin(), names.end(), others.begin(), others.end(), std::back_inserter(missing));
     std::string text;
-    for (std::size_t i = 0; i < std::min(most, missing.size()); ++i)
+    for (std::size_t i = 0; i < std::min(kMost, missing.size()); ++i)
         text += (i > 0 ? ", " : "") + missing[i];
-    return missing.size() > most ? text + " and " + std::to_string(missing.size() - most) + " more" : text;
+    return missing.size() > kMost ? text + " and " + std::to_string(missing.size() - kMost) + " more" : text;
 }
 
+/// Rows on two sections that are no partners, one at the least.
 void AddDifferences(Table& table, std::string const& title, CrossSection const& one, CrossSection const& other) {
     auto const before = table.m_rows.size();
     auto const compare = [&](char const* what, std::uint64_t count, std::uint64_t otherCount) {

@@ -5,7 +5,6 @@
 #include "section_report/section_picture.h"
 #include "sectrix/interfaces/dom_writer_json.h"
 
-#include <cmath>
 #include <fstream>
 #include <stdexcept>
 
@@ -17,11 +16,6 @@ using qel::Sectrix::CrossSections;
 
 std::string Count(std::size_t count, std::string const& one, std::string const& many) {
     return std::to_string(count) + ' ' + (count == 1 ? one : many);
-}
-
-std::string TitleOf(CrossSections const& set, std::size_t section) {
-    std::string const& name = set.Items()[section].AssemblyPartName();
-    return name.empty() ? "section " + std::to_string(section + 1) : name;
 }
 
 std::string HowRead(Request const& request) {

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <map>
 #include <set>
 #include <utility>
@@ -35,6 +37,7 @@ constexpr char const* kHatch =
     "patternTransform=\"rotate(45)\"><line x1=\"0\" y1=\"0\" x2=\"0\" y2=\"7\" stroke=\"#c8102e\" "
     "stroke-width=\"1.8\"/></pattern></defs>";
 
+/// As the style sheet has it.
 constexpr double kNameSize = 11.0;
 constexpr std::size_t kTints = 7;
 /// Placing names costs their number times that of the edges; beyond this many a picture could not show them anyway.
@@ -253,7 +256,7 @@ void DrawLegend(Svg& svg, Content const& content, Point page) {
     constexpr double kMargin = 24.0, kSwatch = 24.0, kRow = 22.0;
     Point place{kMargin, page.y - 16 - kRow};
     auto const next = [&](std::string const& text) {
-        double const width = kSwatch + 8 + Svg::TextWidth(text, 12.0) + 14;
+        double const width = kSwatch + 8 + Svg::TextWidth(text, Svg::kTextSize) + 14;
         if (place.x + width > page.x - kMargin / 2)
             place = {kMargin, place.y + kRow};
         Point const swatch = place;

@@ -15,8 +15,8 @@ std::size_t const kLeastKeyedCount = 32;
 /// The key of what must always be looked at, since a key made of names does not speak for it.
 std::uint64_t const kAnyKey = std::numeric_limits<std::uint64_t>::max();
 
-/// Marks the keys of loops with named vertices, so that they come last in ascending order.
-std::uint64_t const kNamedMark = std::uint64_t{1} << 62;
+/// Keys made of names are less than this; those by which a section stands under one of its loops have it added.
+std::uint64_t const kLoopMark = std::uint64_t{1} << 62;
 
 /// Scatters two numbers over the 64 bits of one.
 std::uint64_t Mix(std::uint64_t first, std::uint64_t second) {
@@ -26,8 +26,8 @@ std::uint64_t Mix(std::uint64_t first, std::uint64_t second) {
     return mixed ^ (mixed >> 32);
 }
 
-/// A key that two loops have in common whenever they line up by their names, below `kNamedMark` when no vertex is
-/// named; `kAnyKey` for a loop over a pool without names.
+/// A key that two loops have in common whenever they line up by their names; `kAnyKey` for a loop over a pool
+/// without names.
 ///
 /// Lining up means the same cycle of names with the same steps between them. So the key is a sum over the named
 /// vertices, of the name, the steps to the next and its name: it is the same wherever the cycle is entered.
@@ -53,10 +53,9 @@ std::uint64_t KeyOf(Loop const& loop) {
             first = named;
         last = named;
     }
-    if (!first)
-        return Mix(size, sum) % kNamedMark;
-    sum += Mix(Mix(last.m_name, first->m_name), size + first->m_place - last.m_place);
-    return Mix(size, sum) % kNamedMark + kNamedMark;
+    if (first)
+        sum += Mix(Mix(last.m_name, first->m_name), size + first->m_place - last.m_place);
+    return Mix(size, sum) % kLoopMark;
 }
 
 /// True when `loop` can be compatible with a loop over a pool with names: one that bears a name twice or has an
@@ -82,10 +81,10 @@ struct SectionKey {
         std::uint64_t key = m_base;
         for (auto const loop : m_interior)
             key = Mix(key, loop);
-        return key % kNamedMark;
+        return key % kLoopMark;
     }
     /// For a section of which this is one of the interior loops.
-    std::uint64_t WithLoop(std::uint64_t loop) const { return Mix(m_base, loop) % kNamedMark + kNamedMark; }
+    std::uint64_t WithLoop(std::uint64_t loop) const { return Mix(m_base, loop) % kLoopMark + kLoopMark; }
 };
 
 /// Builds the convex loops when they are what is compared.
@@ -112,21 +111,6 @@ SectionKey MakeSectionKey(CrossSection const& section, bool convex, std::uint64_
     key.m_interior.erase(std::unique(key.m_interior.begin(), key.m_interior.end()), key.m_interior.end());
     key.m_hasRepeats = key.m_interior.size() < loops.size();
     return key;
-}
-
-/// The key under which a section is looked for, or nothing when it need not be found.
-///
-/// The interior loops of a partner must all have partners in the section that is given, and the numbers are equal.
-/// So a partner without repeats has the same keys. One with repeats may have fewer; it stands under one of its
-/// loops, if possible a named one, which few others have.
-std::optional<std::uint64_t> FilingKey(CrossSection const& section, bool convex, std::uint64_t count) {
-    auto const key = MakeSectionKey(section, convex, count);
-    if (!key.m_isNamed)
-        return kAnyKey;
-    auto const& loops = section.InteriorLoops();
-    if (!convex && !std::all_of(loops.begin(), loops.end(), CanLineUp))
-        return std::nullopt;
-    return key.m_hasRepeats ? key.WithLoop(key.m_interior.back()) : key.Whole();
 }
 
 /// All keys under which a partner of the section may stand.
@@ -243,7 +227,7 @@ CrossSection const* SectionSearch::FileUntilFound(CrossSection const& section,
     while (group.m_filed < group.m_places.size()) {
         auto const place = group.m_places[group.m_filed];
         auto const& candidate = m_searched.Items()[place];
-        auto const key = FilingKey(candidate, m_convex, count);
+        auto const key = FilingKey(candidate, count, group);
         if (key)
             m_places.emplace(*key, place);
         ++group.m_filed;
@@ -251,6 +235,35 @@ CrossSection const* SectionSearch::FileUntilFound(CrossSection const& section,
             return &candidate;
     }
     return nullptr;
+}
+
+/// The key under which a section is looked for, or nothing when it need not be found.
+///
+/// The interior loops of a partner must all have partners in the section that is given, and the numbers are equal.
+/// So a partner without repeats has the same keys. One with repeats may have fewer; it stands under the one of its
+/// loops that fewest others have.
+std::optional<std::uint64_t> SectionSearch::FilingKey(CrossSection const& section, std::uint64_t count,
+                                                      Group& group) const {
+    auto const key = MakeSectionKey(section, m_convex, count);
+    if (!key.m_isNamed)
+        return kAnyKey;
+    auto const& loops = section.InteriorLoops();
+    if (!m_convex && !std::all_of(loops.begin(), loops.end(), CanLineUp))
+        return std::nullopt;
+    return key.m_hasRepeats ? key.WithLoop(RarestLoop(key.m_interior, count, group)) : key.Whole();
+}
+
+/// The key of these that belongs to interior loops of the fewest sections of the group.
+std::uint64_t SectionSearch::RarestLoop(std::vector<std::uint64_t> const& loops, std::uint64_t count,
+                                        Group& group) const {
+    auto& counts = group.m_loopCounts;
+    if (counts.empty())
+        for (auto const place : group.m_places)
+            for (auto const loop : MakeSectionKey(m_searched.Items()[place], m_convex, count).m_interior)
+                ++counts[loop];
+    return *std::min_element(loops.begin(), loops.end(), [&counts](std::uint64_t one, std::uint64_t another) {
+        return counts.at(one) < counts.at(another);
+    });
 }
 
 std::optional<SectionPairs> PairSections(CrossSections const& first, CrossSections const& second, bool convex) {

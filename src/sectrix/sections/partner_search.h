@@ -81,6 +81,9 @@ private:
         std::vector<std::size_t> m_places;
         /// How many of them, from the first on, stand under their keys.
         std::size_t m_filed = 0;
+        /// In how many of them an interior loop has this key. Empty until one is filed whose loops have keys in
+        /// common.
+        std::map<std::uint64_t, std::size_t> m_loopCounts;
     };
 
     bool IsPartner(CrossSection const& section, CrossSection const& candidate);
@@ -88,6 +91,8 @@ private:
     bool PrepareGroups();
     CrossSection const* FindByKey(CrossSection const& section);
     CrossSection const* FindFiled(CrossSection const& section, std::vector<std::uint64_t> const& keys);
+    std::optional<std::uint64_t> FilingKey(CrossSection const& section, std::uint64_t count, Group& group) const;
+    std::uint64_t RarestLoop(std::vector<std::uint64_t> const& loops, std::uint64_t count, Group& group) const;
     CrossSection const* FileUntilFound(CrossSection const& section, std::vector<std::uint64_t> const& keys,
                                        std::uint64_t count, Group& group);
 

@@ -12,6 +12,9 @@ using Point = Vec<2, double>;
 /// The square of a turn value, and the square of a squared distance, up to which two things count as one.
 double const kSquareTolerance = 1e-12;
 
+/// From this size on a chain is first looked at by its beginning.
+std::size_t const kLeastLong = 6;
+
 /// From this size on a ring has blocks of its vertices.
 std::size_t const kBlockThreshold = 48;
 
@@ -80,7 +83,8 @@ std::optional<RingCutter::Chain> RingCutter::FindPiece() {
             return std::nullopt;
         Chain chain{start, Grow(start)};
         int const grownEnd = chain.m_end;
-        if (Shrink(chain))
+        m_shrinkers.clear();
+        if (!IsLost(chain) && Shrink(chain))
             return chain;
         RememberFailure(start, grownEnd);
     }
@@ -109,10 +113,41 @@ int RingCutter::Grow(int start) {
     return end;
 }
 
+/// True only when a vertex near the first three corners shrinks the chain to nothing, whatever others do before it.
+///
+/// Where long chains wind around much of the ring, as in a spiral, this says so without a look at all that they
+/// enclose.
+bool RingCutter::IsLost(Chain const& chain) {
+    if (m_corners.size() < kLeastLong || m_blocks.IsEmpty())
+        return false;
+    m_triangle.assign(m_corners.begin(), m_corners.begin() + 3);
+    double const turn = -Turn(m_triangle[0], m_triangle[1], m_triangle[2]);
+    if (!m_frame.Reset(m_triangle, turn, m_turnError, m_pointError))
+        return false;
+    if (m_blocks.HasBlocks())
+        m_frame.AddSides(m_triangle);
+    return !m_blocks.Visit(m_frame, [&](int number, Point const& point) {
+        if (IsInChain(number, chain) || !Outlasts(point, chain))
+            return true;
+        m_shrinkers.push_back(number);
+        return false;
+    });
+}
+
+/// True when the point lies in the piece, and in each that this shrinks to.
+bool RingCutter::Outlasts(Point const& point, Chain const& chain) const {
+    int const second = Next(chain.m_start);
+    for (int end = Next(second);; end = Next(end)) {
+        if (!IsNotch(At(chain.m_start), At(end), point))
+            return false;
+        if (end == chain.m_end)
+            return PassesEdges(chain, point);
+    }
+}
+
 /// Shrinks the chain from its end until no vertex outside it, each looked at once in their order, lies in the
 /// piece; false when nothing is left.
 bool RingCutter::Shrink(Chain& chain) {
-    m_shrinkers.clear();
     if (m_blocks.IsEmpty() || !MakeFrame()) {
         for (int number = Next(chain.m_end); number != chain.m_start; number = Next(number))
             if (!ShrinkFor(number, At(number), chain))
@@ -160,7 +195,7 @@ bool RingCutter::PassesEdges(Chain const& chain, Point const& point) const {
 
 /// The same by the vertices that may lie in the piece or in one that it shrinks to, which come in any order.
 bool RingCutter::ShrinkForNear(Chain& chain) {
-    // Numbers that go around the ring from the end of the chain on; those of the chain itself come last.
+    // Numbers that go around the ring from the end of the chain on.
     int const count = static_cast<int>(m_ring.size());
     auto const fromEnd = [count, end = chain.m_end](int number) {
         return number > end ? number - end : number - end + count;
@@ -168,8 +203,8 @@ bool RingCutter::ShrinkForNear(Chain& chain) {
     bool const isTriangle = m_corners.size() == 3;
     bool isClear = true;
     m_near.clear();
-    m_blocks.Visit(m_frame, [&, start = fromEnd(chain.m_start)](int number, Point const& point) {
-        if (fromEnd(number) >= start)
+    m_blocks.Visit(m_frame, [&](int number, Point const& point) {
+        if (IsInChain(number, chain))
             return true;
         m_near.push_back(number);
         isClear = isClear && !Contains(chain, point);
@@ -199,6 +234,11 @@ bool RingCutter::MakeFrame() {
     if (m_blocks.HasBlocks())
         m_frame.AddSides(m_corners);
     return true;
+}
+
+bool RingCutter::IsInChain(int number, Chain const& chain) const {
+    auto const [start, end] = chain;
+    return start < end ? start <= number && number <= end : start <= number || number <= end;
 }
 
 void RingCutter::RememberFailure(int start, int grownEnd) {

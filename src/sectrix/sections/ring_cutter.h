@@ -34,7 +34,7 @@ public:
     /// \param memory  for all that the ring needs; must outlive it.
     explicit RingCutter(std::pmr::memory_resource* memory)
         : m_ring(memory), m_notches(memory), m_candidates(memory), m_watches(memory), m_shrinkers(memory),
-          m_blocks(memory), m_corners(memory), m_near(memory) {}
+          m_blocks(memory), m_corners(memory), m_triangle(memory), m_near(memory) {}
 
     /// Takes a loop's vertices, with their points in the same order, in place of what the ring held.
     void Load(std::vector<Vertex> const& vertices, Scratch::List<Vec<2, double>> const& points);
@@ -72,11 +72,14 @@ private:
     };
 
     int Grow(int start);
+    bool IsLost(Chain const& chain);
+    bool Outlasts(Point const& point, Chain const& chain) const;
     bool Shrink(Chain& chain);
     bool ShrinkFor(int number, Point const& point, Chain& chain);
     bool PassesEdges(Chain const& chain, Point const& point) const;
     bool ShrinkForNear(Chain& chain);
     bool MakeFrame();
+    bool IsInChain(int number, Chain const& chain) const;
     void RememberFailure(int start, int grownEnd);
     void Unlink(Chain const& chain);
     void TryAgainWithout(int number);
@@ -113,6 +116,8 @@ private:
     double m_turnError = 0.0, m_pointError = 0.0;
     /// The corners of the piece of the present trial as it had grown.
     Scratch::List<Point> m_corners;
+    /// The first three of them.
+    Scratch::List<Point> m_triangle;
     /// The least turn to the left at any corner of this piece, or of a shorter one from the same start.
     double m_leastTurn = 0.0;
     /// What lies around the piece.
