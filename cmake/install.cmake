@@ -1,5 +1,5 @@
 # What `cmake --install` puts down: a runtime component with the libraries, a development component with the
-# headers and with the packages for CMake and pkg-config. Everything refers to everything else by relative paths, so an
+# headers, the packages for CMake and pkg-config, and the guides. Everything refers to everything else by relative paths, so an
 # installed copy may be moved.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
@@ -24,3 +24,9 @@ list(JOIN SECTRIX_PC_LIBS " " SECTRIX_PC_LIBS)
 file(RELATIVE_PATH SECTRIX_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig/. /.)
 configure_file(cmake/package/ORL_Sectrix.pc.in ${generated}/ORL_Sectrix.pc @ONLY)
 install(FILES ${generated}/ORL_Sectrix.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+
+# Not CMAKE_INSTALL_DOCDIR: as a part of a host's build that may be the host's.
+set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/ORL_Sectrix)
+install(FILES README.md CHANGELOG.md DESTINATION ${doc_dir} COMPONENT development)
+install(DIRECTORY docs DESTINATION ${doc_dir} COMPONENT development
+    FILES_MATCHING PATTERN *.md PATTERN *.svg PATTERN *.schema.json)

@@ -30,6 +30,9 @@ build_host() { # way, CMake options
 cmake --install "$build" --prefix "$work/here" >/dev/null
 mkdir "$work/moved" && mv "$work/here" "$work/moved/there"
 copy=$work/moved/there
+for page in README.md docs/sections.md docs/images/box-girder.svg docs/schemas/section-document.schema.json; do
+    [ -f "$copy/share/doc/ORL_Sectrix/$page" ] || fail "$page is not installed"
+done
 build_host package -DSECTRIX_AS=package -DCMAKE_PREFIX_PATH="$copy"
 
 echo "== README"

@@ -41,7 +41,7 @@ function(test_page page)
     file(CONFIGURE OUTPUT ${name}.cpp CONTENT "${program}" @ONLY)
     file(CONFIGURE OUTPUT ${name}.txt CONTENT "${output}" @ONLY)
     add_executable(${name} ${CMAKE_CURRENT_BINARY_DIR}/${name}.cpp)
-    target_include_directories(${name} PRIVATE ${ASSIMP_INCLUDE_DIR})
+    target_include_directories(${name} PRIVATE ${ORL_SECTRIX_ASSIMP_INCLUDE_DIR})
     target_link_libraries(${name} PRIVATE ORL_Sectrix::ORL_Sectrix SQLite::SQLite3 sectrix_flags)
     add_test(NAME ${name}
              COMMAND sh -c "\"$1\" >\"$2.printed\" && diff \"$2\" \"$2.printed\"" sh
