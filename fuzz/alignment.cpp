@@ -2,10 +2,12 @@
 #include "../bench/shapes.h"
 #include "../tests/plain_alignment.h"
 #include "result.h"
+#include "sectrix/interfaces/dom.h"
 #include "target.h"
 
 #include <algorithm>
 
+using namespace qel;
 using namespace qel::Sectrix;
 using shapes::Draft;
 using shapes::Ring;
@@ -166,6 +168,14 @@ std::string WholeText(CrossSections const& set) {
     return text;
 }
 
+/// Some of the parameters a to d. \param choice  which, and how great.
+void AddParameters(CrossSections& set, std::size_t choice) {
+    Dom document;
+    for (std::size_t i = choice % 3; i < 3 + choice % 2; ++i)
+        document["Params"][std::string(1, "abcd"[i])] = Dom(static_cast<double>(choice + i) / 3.0);
+    set.From(document);
+}
+
 /// Bytes behind the word are the seed of a draft; without the word they are the sets themselves.
 Question QuestionOf(std::string const& bytes) {
     std::string const word = "shape";
@@ -201,12 +211,16 @@ void CheckPartners(Question const& question) {
     }
 }
 
-/// The judge is no judge unless it tells sets that match from those that do not.
-void CheckThatWalksSayNo() {
+/// The judge is no judge unless it tells sets that match from those that do not, and a blend from another.
+void CheckThatTwinSaysNo() {
     Draft draft{{{{"A", {0, 0}}, {"B", {1, 0}}, {"C", {0, 1}}}}};
     auto const set = shapes::MakeSet(draft);
     std::rotate(draft[0][0].begin(), draft[0][0].begin() + 1, draft[0][0].end());
-    Require(plain::IsCompatible(set, shapes::MakeSet(draft), false), "the twin says yes");
+    auto const turned = shapes::MakeSet(draft);
+    Require(plain::IsCompatible(set, turned, false), "the twin says yes");
+    auto const blended = plain::BlendText(set, turned, 0.25, false);
+    Require(sectrix_tests::SetText(CrossSections(set, turned, 0.25, false)) == blended, "the twin says yes");
+    Require(sectrix_tests::SetText(CrossSections(set, turned, 0.26, false)) != blended, "the twin says no");
     std::swap(draft[0][0][0].name, draft[0][0][1].name);
     Require(!plain::IsCompatible(set, shapes::MakeSet(draft), false), "the twin says no");
 }
@@ -215,10 +229,12 @@ void CheckThatWalksSayNo() {
 
 std::string RunAlignment(std::string const& bytes) {
     if (bytes == "judge") {
-        CheckThatWalksSayNo();
+        CheckThatTwinSaysNo();
         return bytes;
     }
-    auto const question = QuestionOf(bytes);
+    auto question = QuestionOf(bytes);
+    AddParameters(question.m_first, question.m_place);
+    AddParameters(question.m_second, question.m_place / 3);
     auto const& [first, second, ratio, place] = question;
     if (!first.Items().empty() && !second.Items().empty())
         for (auto const* section : {&first.Items().front(), &second.Items().front(), &second.Items().back()})

@@ -36,16 +36,36 @@ std::uint64_t Count(Dom const& list) {
     return list.isArray() ? list.size() : 0;
 }
 
-/// Each element of the document's lists must be there, of whatever kind.
-void CheckCounts(Dom const& dom, Extrusion const& part) {
+/// What a position is read as, by its rules.
+std::string ExpectedText(Dom const& dom) {
+    Position position;
+    if (dom.size() > 0)
+        position.SetX(dom[0].asDouble(0.0));
+    if (dom.size() > 1)
+        position.SetY(dom[1].asDouble(0.0));
+    if (dom.size() > 2)
+        position.SetZ(dom[2].asDouble(0.0));
+    return Text(position);
+}
+
+/// Each element of the document's lists must be there, of whatever kind, and hold what the document says.
+void CheckPart(Dom const& dom, Extrusion const& part) {
+    Require(part.AssemblyPartName() == dom[JsonTag::kCSAssemblyPartNameTag].asString({}), "the name");
     auto const& sections = dom[JsonTag::kSectionsTag];
     Require(part.Sections().size() == Count(sections), "as many sections as elements");
     for (std::uint64_t i = 0; i < Count(sections); ++i) {
+        auto const& section = part.Sections()[i];
+        bool const isGiven = sections[i].has(JsonTag::kExteriorTag);
+        Require(section.Exterior() == (!isGiven || sections[i][JsonTag::kExteriorTag].asBool(false)), "the flag");
         auto const& profiles = sections[i][JsonTag::kProfilesTag];
-        Require(part.Sections()[i].Profiles().size() == Count(profiles), "as many profiles as elements");
-        for (std::uint64_t j = 0; j < Count(profiles); ++j)
-            Require(part.Sections()[i].Profiles()[j].Positions().size() == Count(profiles[j][JsonTag::kPointsTag]),
-                    "as many positions as elements");
+        Require(section.Profiles().size() == Count(profiles), "as many profiles as elements");
+        for (std::uint64_t j = 0; j < Count(profiles); ++j) {
+            auto const& positions = section.Profiles()[j].Positions();
+            auto const& points = profiles[j][JsonTag::kPointsTag];
+            Require(positions.size() == Count(points), "as many positions as elements");
+            for (std::uint64_t k = 0; k < Count(points); ++k)
+                Require(Text(positions[k]) == ExpectedText(points[k]), "a position");
+        }
     }
 }
 
@@ -66,7 +86,8 @@ std::string RunExtrusion(std::string const& bytes) {
     EndPlane plane;
     Position position;
     Require(part.from(dom) && plane.from(dom) && position.from(dom), "reading always succeeds");
-    CheckCounts(dom, part);
+    CheckPart(dom, part);
+    Require(Text(position) == ExpectedText(dom), "the position");
     CheckPosition(position);
     CheckPosition(plane.Normal());
 

@@ -36,6 +36,22 @@ std::vector<Position> ReadPositions(Input& input) {
     return positions;
 }
 
+/// After two imports under one matrix, every vertex and each triangle must be there twice.
+void CheckImport(Mesh const& mesh, std::vector<aiVector3D> const& vertices,
+                 std::vector<std::vector<unsigned>> const& faces, Mat<4, double> const& matrix) {
+    auto position = mesh.Positions().begin();
+    auto index = mesh.Indices().begin();
+    Require(mesh.Positions().size() == 2 * vertices.size(), "as many positions");
+    for (int import = 0; import < 2; ++import) {
+        for (auto const& [x, y, z] : vertices)
+            Require(Text(*position++) == Text(Position(x, y, z, Matrix{matrix.m_elements.data()})), "a position");
+        for (auto const& face : faces)
+            for (std::size_t i = 0; i < face.size() && face.size() == 3; ++i)
+                Require(index != mesh.Indices().end() && *index++ == std::int64_t{face[i]}, "a corner");
+    }
+    Require(index == mesh.Indices().end(), "no more corners");
+}
+
 Mesh Import(Input& input) {
     std::vector<aiVector3D> vertices(static_cast<std::size_t>(input.Below(40)));
     for (auto& vertex : vertices) {
@@ -59,7 +75,7 @@ Mesh Import(Input& input) {
     Mesh mesh(L"key", L"name");
     mesh.fromOBJ(&source, Matrix{matrix.m_elements.data()});
     mesh.fromOBJ(&source, Matrix{mesh.Transform().m_elements.data()});
-    Require(mesh.Positions().size() == 2 * vertices.size(), "every vertex is appended, each time");
+    CheckImport(mesh, vertices, faces, matrix);
     return mesh;
 }
 

@@ -16,8 +16,11 @@ printf '#include "../../%s"\n' "${sources[@]}" >$folder/all.cpp
 one() {
     local compiler=$1 level=$2 program=$folder/$1$2
     "$compiler" -std=c++17 "$level" -ffp-contract=off -Isrc $folder/all.cpp -o "$program" -lsimdjson -lsqlite3 -pthread
-    { "$program" 1 all fuzz/corpus && "$program" 1 section_document examples/data; } |
-        sha256sum | sed "s/-/$compiler $level/"
+    {
+        "$program" 1 all fuzz/corpus
+        for target in section_document extrusion; do "$program" 1 $target examples/data; done
+        for target in cutting alignment mesh; do "$program" 1 $target --random 500; done
+    } | sha256sum | sed "s/-/$compiler $level/"
 }
 export -f one
 export folder

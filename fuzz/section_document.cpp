@@ -22,6 +22,7 @@ std::string DumpText(CrossSections const& set) {
     std::ifstream in(path);
     std::string text(std::istreambuf_iterator<char>(in), {});
     unlink(path.c_str());
+    Require(text.compare(0, 16, "-CrossSections:\n") == 0, "a dump");
     return text;
 }
 
@@ -76,6 +77,20 @@ std::string RunBlending(CrossSections const& set, CrossSections const& copy) {
     return text;
 }
 
+/// What all threads read at the same time: the static objects, and a set whose derived state is built.
+std::string RunShared() {
+    static auto const shared = [] {
+        CrossSections set(std::vector<Vec<2, double>>{{0, 0}, {4, 0}, {4, 4}, {2, 1}, {0, 4}}, true);
+        set.BBox();
+        set.Items()[0].ConvexLoops();
+        return set;
+    }();
+    bool found = true;
+    auto const nothing = CrossSection().Positions().GetPosition("none", found).Name() + Text(Loop().BBox());
+    Require(!found && shared.IsCompatible(shared, true), "a set matches itself");
+    return nothing + Text(shared) + CutText(shared) + Text(shared.BBox());
+}
+
 } // namespace
 
 std::string RunSectionDocument(std::string const& bytes) {
@@ -113,7 +128,7 @@ std::string RunSectionDocument(std::string const& bytes) {
     text += CutText(taken);
     scaled = std::move(taken);
     text += CutText(scaled);
-    return text + (scaled.HasHollow() ? "hollow" : "solid");
+    return text + RunShared() + (scaled.HasHollow() ? "hollow" : "solid");
 }
 
 } // namespace fuzz

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "target.h"
-
+#include <cstddef>
 #include <pthread.h>
+#include <stdexcept>
 #include <vector>
 
 /// \file
@@ -30,7 +30,8 @@ void OnSmallStacks(std::size_t count, Function const& run) {
     };
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
-    Require(pthread_attr_setstacksize(&attributes, kSmallStack) == 0, "a small stack");
+    if (pthread_attr_setstacksize(&attributes, kSmallStack) != 0)
+        throw std::runtime_error("no stack can be so small");
     std::vector<pthread_t> threads(count);
     std::vector<Start> starts(count);
     for (std::size_t i = 0; i < count; ++i) {
@@ -40,7 +41,8 @@ void OnSmallStacks(std::size_t count, Function const& run) {
             (*function)(number);
             return nullptr;
         };
-        Require(pthread_create(&threads[i], &attributes, begin, &starts[i]) == 0, "a thread");
+        if (pthread_create(&threads[i], &attributes, begin, &starts[i]) != 0)
+            throw std::runtime_error("no thread");
     }
     pthread_attr_destroy(&attributes);
     for (auto const thread : threads)

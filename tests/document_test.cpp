@@ -1,3 +1,4 @@
+#include "../fuzz/small_stack.h"
 #include "section_text.h"
 #include "sectrix/foundation/json_tag.h"
 #include "sectrix/interfaces/dom_writer_json.h"
@@ -177,7 +178,7 @@ TEST(DomNode, BuildsAndMovesWithinItself) {
     EXPECT_EQ(DomWriterJson::ToString(dom), "[null]");
 }
 
-TEST(DomNode, AnyDepthNeedsNoStack) {
+void BuildCopyAndReadDeepTrees() {
     Dom deep;
     Dom* node = &deep;
     for (int depth = 0; depth < 300000; ++depth)
@@ -193,6 +194,10 @@ TEST(DomNode, AnyDepthNeedsNoStack) {
         EXPECT_FALSE(DomReaderJson::FromString(deep, text.c_str(), nullptr));
         EXPECT_EQ(DomWriterJson::ToString(deep), "null");
     }
+}
+
+TEST(DomNode, AnyDepthNeedsLittleStack) {
+    fuzz::OnSmallStacks(1, [](std::size_t) { BuildCopyAndReadDeepTrees(); });
 }
 
 TEST(DomReader, TakesOrRefuses) {

@@ -16,7 +16,7 @@ for name in ORL_Json GvsWrap MVQ ORL_Sectrix; do
     [ -z "$foreign" ] || fail "$library exports" "$foreign"
     undefined=$(nm -D --undefined-only "$library")
     forbidden=$(grep -E \
-        ' (abort|_?exit|_Exit|quick_exit|__assert_fail|_ZSt9terminatev|v?f?printf|f?puts|f?putc|putchar|fwrite|write|perror|_ZSt4(cout|cerr|clog)|__(v?f?printf)_chk)(@|$)' <<<"$undefined" || true)
+        ' (abort|_?exit|_Exit|quick_exit|__assert_fail|_ZSt9terminatev|v?f?printf|f?puts|f?putc|putchar|fwrite|v?dprintf|writev?|perror|syslog|raise|std(out|err)|_ZSt[45]w?(cout|cerr|clog)|__(v?f?printf)_chk)(@|$)' <<<"$undefined" || true)
     [ -z "$forbidden" ] || fail "$library calls" "$forbidden"
     allowed=8 # bytes, for one function
     [ $name != ORL_Sectrix ] || allowed=16

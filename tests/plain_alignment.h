@@ -2,7 +2,8 @@
 
 #include "section_text.h"
 
-#include <algorithm>
+#include <set>
+#include <sstream>
 
 /// \file
 /// The plain form of alignment and blending: every name and every partner found by a walk. It shares with the
@@ -94,7 +95,7 @@ inline bool IsCompatible(CrossSections const& set, CrossSections const& other, b
     return isSame;
 }
 
-/// What the blended set reads as, put together section by section; no parameters.
+/// What the blended set reads as, put together section by section.
 inline std::string BlendText(CrossSections const& first, CrossSections const& second, double ratio, bool convex) {
     bool const isPair = IsCompatible(first, second, convex);
     CSPositions pool;
@@ -116,7 +117,14 @@ inline std::string BlendText(CrossSections const& first, CrossSections const& se
         pool.RemovePosition(std::uint64_t(*index));
     CrossSections set(pool, false);
     set.GetItems() = sections;
-    return sectrix_tests::SetText(set);
+    std::ostringstream parameters;
+    parameters << std::hexfloat;
+    for (auto const& [name, value] : first.Parameters())
+        if (!isPair)
+            parameters << name << '=' << value << '\n';
+        else if (auto const other = second.Parameters().find(name); other != second.Parameters().end())
+            parameters << name << '=' << (1.0 - ratio) * value + ratio * other->second << '\n';
+    return sectrix_tests::SetText(set) + parameters.str();
 }
 
 } // namespace plain
