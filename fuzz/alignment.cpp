@@ -212,10 +212,12 @@ void CheckPartners(Question const& question) {
 }
 
 /// The judge is no judge unless it tells sets that match from those that do not, and a blend from another.
-void CheckThatTwinSaysNo() {
+void CheckThatAlignmentTwinSaysNo() {
     Draft draft{{{{"A", {0, 0}}, {"B", {1, 0}}, {"C", {0, 1}}}}};
     auto const set = shapes::MakeSet(draft);
     std::rotate(draft[0][0].begin(), draft[0][0].begin() + 1, draft[0][0].end());
+    for (auto& corner : draft[0][0])
+        corner.point[1] += 1.0;
     auto const turned = shapes::MakeSet(draft);
     Require(plain::IsCompatible(set, turned, false), "the twin says yes");
     auto const blended = plain::BlendText(set, turned, 0.25, false);
@@ -229,7 +231,7 @@ void CheckThatTwinSaysNo() {
 
 std::string RunAlignment(std::string const& bytes) {
     if (bytes == "judge") {
-        CheckThatTwinSaysNo();
+        CheckThatAlignmentTwinSaysNo();
         return bytes;
     }
     auto question = QuestionOf(bytes);

@@ -152,7 +152,7 @@ std::string TwinText(plain::Cutter const& twin) {
 
 /// The judge is no judge unless it tells a section from one that is a little higher, has a corner less or a hole
 /// less.
-void CheckThatTwinSaysNo() {
+void CheckThatCuttingTwinSaysNo() {
     shapes::Random random(3);
     auto const shape = shapes::StarWithHoles(random, 30, 4);
     auto twin = MakeTwin(shape);
@@ -193,7 +193,7 @@ plain::Cutter TwinOf(std::string const& bytes) {
 
 std::string RunCutting(std::string const& bytes) {
     if (bytes == "judge") {
-        CheckThatTwinSaysNo();
+        CheckThatCuttingTwinSaysNo();
         return bytes;
     }
     auto twin = TwinOf(bytes);

@@ -92,7 +92,7 @@ int main(int argumentCount, char** arguments) {
             continue;
         }
         for (std::size_t i = 3; i < words.size(); ++i)
-            AddPath(cases, target, std::filesystem::path(words[i]) / (isAll ? target.m_name : ""));
+            AddPath(cases, target, isAll ? words[i] + '/' + target.m_name : words[i]);
     }
 
     std::vector<std::uint64_t> hashes(std::stoul(words[1]));
