@@ -18,18 +18,21 @@ void FillLoop(Loop& loop, int base, int size, int shift) {
         loop.AddVertex(base + (i + shift) % size, true);
 }
 
-/// Box girders of 12 named corners with a cell of 6, in the order of their numbers or the opposite one.
+int const kOutlineCorners = 12, kCellCorners = 6;
+
+/// Box girders of named corners, in the order of their numbers or the opposite one.
 CrossSections MakeSet(int count, bool isReversed, int shift) {
     CSPositions pool;
     for (int i = 0; i < count; ++i)
-        AddNames(pool, "box" + std::to_string(isReversed ? count - 1 - i : i), 18);
+        AddNames(pool, "box" + std::to_string(isReversed ? count - 1 - i : i), kOutlineCorners + kCellCorners);
     CrossSections set(pool, false);
     auto& items = set.GetItems();
     items.resize(static_cast<std::size_t>(count), CrossSection(items[0]));
     for (int i = 0; i < count; ++i) {
         auto& section = items[static_cast<std::size_t>(i)];
-        FillLoop(section.GetExteriorLoop(), i * 18, 12, shift);
-        FillLoop(section.AddInteriorLoop(), i * 18 + 12, 6, shift);
+        int const first = i * (kOutlineCorners + kCellCorners);
+        FillLoop(section.GetExteriorLoop(), first, kOutlineCorners, shift);
+        FillLoop(section.AddInteriorLoop(), first + kOutlineCorners, kCellCorners, shift);
     }
     return set;
 }

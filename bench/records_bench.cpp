@@ -18,6 +18,7 @@ namespace {
 using namespace qel::Sectrix;
 
 int const kRows = 20000;
+std::size_t const kBlobSize = 2048;
 
 std::string Guid(int row) {
     auto const digits = std::to_string(row);
@@ -39,8 +40,9 @@ public:
             " MTL BLOB);"
             "WITH RECURSIVE rows(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM rows WHERE i + 1 < " +
             std::to_string(kRows) +
-            ") INSERT INTO SAT_DEFINITIONS SELECT printf('{6F9619FF-8B86-D011-B42D-%012d}', i), randomblob(2048)"
-            " FROM rows;"
+            ") INSERT INTO SAT_DEFINITIONS SELECT printf('{6F9619FF-8B86-D011-B42D-%012d}', i), randomblob(" +
+            std::to_string(kBlobSize) +
+            ") FROM rows;"
             "INSERT INTO MESHES (DATA) SELECT DATA FROM SAT_DEFINITIONS;"
             "CREATE INDEX SAT_DEFINITIONS_GUID ON SAT_DEFINITIONS (GUID);"
             "COMMIT;";
@@ -109,7 +111,7 @@ void DefinitionByHand(benchmark::State& state) {
         sqlite3_bind_text(statement.Handle(), 1, guid.c_str(), -1, SQLITE_STATIC);
         statement.Read(out);
     }
-    if (out.size() != 2048)
+    if (out.size() != kBlobSize)
         state.SkipWithError("no data");
 }
 BENCHMARK(DefinitionByHand);
@@ -125,7 +127,7 @@ void DefinitionPull(benchmark::State& state) {
         geometry.SetDataGuid(std::wstring(guid.begin(), guid.end()));
         geometry.PullDataFromSourceRecord(&database, out);
     }
-    if (out.size() != 2048)
+    if (out.size() != kBlobSize)
         state.SkipWithError("no data");
 }
 BENCHMARK(DefinitionPull);
@@ -139,7 +141,7 @@ void RowIdByHand(benchmark::State& state) {
         sqlite3_bind_int64(statement.Handle(), 1, row + 1);
         statement.Read(out);
     }
-    if (out.size() != 2048)
+    if (out.size() != kBlobSize)
         state.SkipWithError("no data");
 }
 BENCHMARK(RowIdByHand);
@@ -154,7 +156,7 @@ void RowIdPull(benchmark::State& state) {
         object.SetID(row + 1);
         object.PullDataFromSourceRecord(&database, out);
     }
-    if (out.size() != 2048)
+    if (out.size() != kBlobSize)
         state.SkipWithError("no data");
 }
 BENCHMARK(RowIdPull);

@@ -12,6 +12,9 @@
 
 namespace shapes {
 
+/// In radians.
+inline constexpr double kFullTurn = 6.283185307179586;
+
 struct Point {
     double x, y;
 };
@@ -37,7 +40,7 @@ using Random = std::mt19937_64;
 
 /// Portable where the standard's distributions are not: the same numbers with every library.
 inline double Uniform(Random& random, double low, double high) {
-    return low + (high - low) * static_cast<double>(random() >> 11) / 9007199254740992.0;
+    return low + (high - low) * static_cast<double>(random() >> 11) * 0x1p-53;
 }
 
 inline int Below(Random& random, int bound) {
@@ -48,7 +51,7 @@ inline std::vector<Point> Star(Random& random, std::size_t corners, double x, do
                                double outer) {
     std::vector<Point> star;
     for (std::size_t i = 0; i < corners; ++i) {
-        double const angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(corners);
+        double const angle = kFullTurn * static_cast<double>(i) / static_cast<double>(corners);
         double const radius = Uniform(random, inner, outer);
         star.push_back({x + radius * std::cos(angle), y + radius * std::sin(angle)});
     }
@@ -143,8 +146,7 @@ inline Shape GridPlate(Random& random, int side) {
     return shape;
 }
 
-/// A map-like coast: a closed line broken again and again at its middle, with small islands of the same kind
-/// inside.
+/// A map-like coast: a circle whose radius wanders, with small islands of the same kind inside.
 inline Shape Coast(Random& random, std::size_t corners, std::size_t islands) {
     auto const outline = [&random](std::size_t count, double x, double y, double radius) {
         std::vector<Point> line;
@@ -153,9 +155,9 @@ inline Shape Coast(Random& random, std::size_t corners, std::size_t islands) {
             // A rough radius that wanders, and returns to where it began.
             double const t = static_cast<double>(i) / static_cast<double>(count);
             height += Uniform(random, -1.0, 1.0) / std::sqrt(static_cast<double>(count));
-            double const wander = height * (1 - t) + 0.2 * std::sin(25.0 * t * 6.283185307179586);
+            double const wander = height * (1 - t) + 0.2 * std::sin(25.0 * t * kFullTurn);
             double const r = radius * (1.0 + 0.25 * std::tanh(wander));
-            line.push_back({x + r * std::cos(6.283185307179586 * t), y + r * std::sin(6.283185307179586 * t)});
+            line.push_back({x + r * std::cos(kFullTurn * t), y + r * std::sin(kFullTurn * t)});
         }
         return line;
     };
@@ -224,7 +226,7 @@ inline Shape NotchedCircle(std::size_t corners) {
     Shape shape;
     std::vector<Point> circle;
     for (std::size_t i = 0; i < corners; ++i) {
-        double const angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(corners);
+        double const angle = kFullTurn * static_cast<double>(i) / static_cast<double>(corners);
         double const radius = i == corners / 3 ? 500 : 1000;
         circle.push_back({radius * std::cos(angle), radius * std::sin(angle)});
     }
@@ -236,7 +238,7 @@ inline Shape NotchedCircle(std::size_t corners) {
 inline Shape CircleWithHoles(Random& random, std::size_t corners, std::size_t holes) {
     auto shape = StarWithHoles(random, corners, holes);
     for (std::size_t i = 0; i < corners; ++i) {
-        double const angle = 6.283185307179586 * static_cast<double>(i) / static_cast<double>(corners);
+        double const angle = kFullTurn * static_cast<double>(i) / static_cast<double>(corners);
         shape.points[i] = {200 * std::cos(angle), 200 * std::sin(angle)};
     }
     return shape;

@@ -125,15 +125,21 @@ std::string Outline(std::function<std::string(int)> const& point) {
     return Document(R"({"Outlines":[[)", point, "]]}");
 }
 
-/// A spiral whose inner turns are flatter than the tolerance on a turn.
-std::string Spiral() {
-    auto const shape = shapes::Spiral(27000);
+/// One section of the outline of a shape. \param scale  on its coordinates.
+/// \param farEvery  so many corners from one another, coordinates are too large to be indexed; 0 for none.
+std::string Shaped(shapes::Shape const& shape, double scale, std::size_t farEvery) {
     std::ostringstream text;
-    for (int const index : shape.loops[0]) {
-        auto const& [x, y] = shape.points[static_cast<std::size_t>(index)];
-        text << (text.tellp() > 0 ? "," : "") << '[' << x * 1e-5 << ',' << y * 1e-5 << ']';
+    for (std::size_t i = 0; i < shape.loops[0].size(); ++i) {
+        auto const& [x, y] = shape.points[static_cast<std::size_t>(shape.loops[0][i])];
+        bool const isFar = farEvery > 0 && i % farEvery == 0;
+        text << (i > 0 ? "," : "") << '[' << (isFar ? 1e200 : x * scale) << ',' << y * scale << ']';
     }
     return R"({"Outlines":[[)" + text.str() + "]]}";
+}
+
+shapes::Shape Coast() {
+    shapes::Random random(1);
+    return shapes::Coast(random, 50000, 0);
 }
 
 /// Sections that have one hole twice, the same in all of them, and another of their own.
@@ -180,7 +186,9 @@ int main() {
         Sections("sections: a zigzag on a grid", Outline([](int i) { return Point(i / 2, i % 2 * 5); })),
         Sections("sections: any points of a grid",
                  Outline([](int i) { return Point(i * 7919 % 8191, i * 104729 % 8179); })),
-        Sections("sections: a spiral too fine to be cut", Spiral()),
+        Sections("sections: a spiral whose inner turns are flatter than the tolerance",
+                 Shaped(shapes::Spiral(27000), 1e-5, 0)),
+        Sections("sections: a coast with corners beyond 1e150", Shaped(Coast(), 1.0, 500)),
         Sections("sections: holes that repeat each other", Repeats()),
         Sections("sections: alike without a name",
                  Document(
