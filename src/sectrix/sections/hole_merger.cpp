@@ -25,7 +25,8 @@ HoleMerger::HoleMerger(std::vector<Vertex> const& vertices, Scratch::List<Point>
                        std::size_t leftMost, Scratch::List<Hole> holes, int firstNewIndex)
     : m_holes(std::move(holes)), m_nodes(m_holes.get_allocator()), m_edgeStarts(m_holes.get_allocator()),
       m_feet(m_holes.get_allocator()), m_firstNewIndex(firstNewIndex), m_leftMostX(points[leftMost][0]),
-      m_nearest(m_holes.get_allocator()) {
+      m_headXs(m_holes.get_allocator()), m_firstWaiting(m_holes.get_allocator()),
+      m_nextWaiting(m_holes.get_allocator()), m_nearest(m_holes.get_allocator()) {
     std::size_t total = vertices.size();
     bool isFinite = true;
     auto const check = [&isFinite](Point const& point) {
@@ -38,9 +39,13 @@ HoleMerger::HoleMerger(std::vector<Vertex> const& vertices, Scratch::List<Point>
     }
     if (isFinite && m_holes.size() * total > kIndexThreshold) {
         std::vector<double> heights;
-        for (auto const& hole : m_holes)
+        for (auto const& hole : m_holes) {
             heights.push_back(hole.Head()[1]);
+            m_headXs.push_back(hole.Head()[0]);
+        }
         m_index.Reset(std::move(heights));
+        m_firstWaiting.assign(m_holes.size(), -1);
+        m_nextWaiting.reserve(total + m_holes.size());
     }
 
     m_nodes.reserve(total);
@@ -80,6 +85,7 @@ HoleMerger::Foot HoleMerger::FindFoot(Point const& head) {
             });
         return best;
     }
+    IndexWaitingEdges();
     m_nearest.clear();
     m_index.ForEach(head[1], best.m_point[0], [&](int edge) {
         if (m_edgeStarts[static_cast<std::size_t>(edge)] < 0)
@@ -200,11 +206,31 @@ void HoleMerger::AddEdge(int node) {
     m_edgeStarts.push_back(node);
     if (!m_index.IsInUse())
         return;
+    int const edge = At(node).m_edge;
+    double const leftX = std::min(At(node).m_point[0], At(NextAround(node)).m_point[0]);
+    auto const hole =
+        static_cast<std::size_t>(std::upper_bound(m_headXs.begin(), m_headXs.end(), leftX) - m_headXs.begin());
+    m_nextWaiting.push_back(-1);
+    if (hole <= m_merged)
+        IndexEdge(edge);
+    else if (hole < m_headXs.size())
+        m_nextWaiting.back() = std::exchange(m_firstWaiting[hole], edge);
+}
+
+void HoleMerger::IndexEdge(int edge) {
+    int const node = m_edgeStarts[static_cast<std::size_t>(edge)];
     auto const& a = At(node).m_point;
     auto const& b = At(NextAround(node)).m_point;
     // A foot lies no further to the right than an end, but for some eight roundings.
     double const reach = std::max(a[0], b[0]) + 2e-15 * (std::abs(a[0]) + std::abs(b[0]));
-    m_index.Add({reach, At(node).m_edge}, std::min(a[1], b[1]) - kHeightRoom, std::max(a[1], b[1]) + kHeightRoom);
+    m_index.Add({reach, edge}, std::min(a[1], b[1]) - kHeightRoom, std::max(a[1], b[1]) + kHeightRoom);
+}
+
+/// Puts into the index what has waited for the hole that is to be merged, but for edges that have been split.
+void HoleMerger::IndexWaitingEdges() {
+    for (int edge = m_firstWaiting[m_merged]; edge >= 0; edge = m_nextWaiting[static_cast<std::size_t>(edge)])
+        if (m_edgeStarts[static_cast<std::size_t>(edge)] >= 0)
+            IndexEdge(edge);
 }
 
 Scratch::List<std::size_t> HoleMerger::MergedEntries() const {

@@ -80,6 +80,8 @@ private:
     void Splice(Hole const& hole, int bridge);
     int AddNode(Point const& point, Vertex vertex);
     void AddEdge(int node);
+    void IndexEdge(int edge);
+    void IndexWaitingEdges();
     int NextAround(int node) const { return At(node).m_next >= 0 ? At(node).m_next : m_first; }
     Node& At(int node) { return m_nodes[static_cast<std::size_t>(node)]; }
     Node const& At(int node) const { return m_nodes[static_cast<std::size_t>(node)]; }
@@ -97,6 +99,11 @@ private:
     double m_leftMostX;
     /// The edges by their heights, where holes and edges are many; not in use otherwise.
     EdgeIndex m_index;
+    /// The least x of each hole. A ray meets no edge that begins there or to the right of it, and holes only come
+    /// further to the right, so that an edge waits for the first hole of which its left end lies to the left.
+    Scratch::List<double> m_headXs;
+    /// By hole, the first of the edges that wait for it, and by edge the next one; -1 for none.
+    Scratch::List<int> m_firstWaiting, m_nextWaiting;
     /// The feet with the greatest x, of a search through the index.
     Scratch::List<Foot> m_nearest;
 };
