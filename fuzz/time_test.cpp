@@ -23,7 +23,7 @@ using namespace qel::Sectrix;
 namespace {
 
 std::size_t const kMegabyte = 1000000;
-double const kGreatestMultiple = 200.0;
+double const kGreatestMultiple = 50.0;
 
 /// `start`, then what `part` gives for 0, 1 and so on, up to a megabyte in all, then `end`.
 std::string Document(std::string start, std::function<std::string(int)> const& part, std::string const& end) {
