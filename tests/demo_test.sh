@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs the demo and compares the links on its page with the files that there are.
+# Runs the demo, compares the links on its page with the files that there are, and draws the pictures.
 # Arguments: the source folder, the build folder, an empty folder to work in.
 set -euo pipefail
 . "$(dirname "$0")/report_test_common.sh"
@@ -11,3 +11,6 @@ find data ./*/index.html ./*/*.svg -type f | sed 's,^\./,,' | sort -u | diff "$w
     fail "the links on the page (<) are not the files that there are (>)"
 ! grep -Eq '(src|href)="(https?:|/)|@import|url\(' index.html ./*/index.html ||
     fail "a page takes what is not beside it"
+for picture in ./*/*.svg; do
+    rsvg-convert "$picture" -o "$work/picture.png" || fail "$picture cannot be drawn"
+done
