@@ -27,7 +27,12 @@ namespace mvq {
 /// a database that is no database, is locked beyond the waiting time or is corrupt where it is read.
 class SECTRIX_EXPORT DbTable {
 public:
-    /// Binds to a table or view of the database, and reads its schema.
+    /// Binds to a table of the database, and reads its schema.
+    ///
+    /// It must be a plain table whose columns are stored. A view, a virtual table, and a table with a generated
+    /// column that is not STORED raise before SQLite compiles what is behind them, since that is the file's
+    /// author's choice and has no bounds. So reading computes nothing that the file says.
+    ///
     /// \param db     not null; outlives this object.
     /// \param table  its name, any text.
     DbTable(gvs::Database* db, wchar_t const* table);
@@ -143,6 +148,10 @@ public:
     static wchar_t const* _ID() { return L"rowid"; }
 
 private:
+    /// The SQL of `m_schema`, once it is sure that it may be compiled.
+    std::string SchemaQuery() const;
+    /// \throws gvs::Error unless the table is plain and its columns are stored.
+    void RequireStoredRows() const;
     std::string Select(char const* what, gvs::Expression const* filter) const;
     bool HasRowId() const;
     /// The place of the column in the current row.

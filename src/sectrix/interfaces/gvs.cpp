@@ -10,9 +10,22 @@ namespace gvs {
 namespace {
 
 int const kBusyTimeout = 2000; // milliseconds
+/// How deep an expression in the schema may be where rows are written. SQLite compiles those of the table,
+/// recursing by up to 0.8 KiB of stack a level and copying as it goes: 100 levels take 90 KiB, SQLite's own limit
+/// of 1,000 takes 750 KiB. A list of a hundred conditions is as deep as that.
+int const kWrittenDepth = 100;
+/// How many bytes each statement of the schema may have where rows are written. At `kWrittenDepth`, those copies of
+/// so long an expression take 300 MB. A table of 1,000 columns has about so many.
+int const kWrittenLength = 50000;
 
 int Leave(sqlite3*) {
     return SQLITE_OK;
+}
+
+/// The path as SQLite takes it for nothing but a path, neither for a URI nor for a database in memory.
+std::string PlainPath(std::string const& path) {
+    bool const isSpecial = path.empty() || path[0] == ':' || path.compare(0, 5, "file:") == 0;
+    return isSpecial ? "./" + path : path;
 }
 
 } // namespace
@@ -95,13 +108,20 @@ Database::Database(std::string const& path, Access access) : m_connection(nullpt
     sqlite3* connection = nullptr;
     int const mode = access == Access::ReadWrite ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
     // Only one thread uses a handle at a time, so the connection needs no lock of its own.
-    int const result = sqlite3_open_v2(path.c_str(), &connection, mode | SQLITE_OPEN_NOMUTEX, nullptr);
+    int const result = sqlite3_open_v2(PlainPath(path).c_str(), &connection, mode | SQLITE_OPEN_NOMUTEX, nullptr);
     m_connection.reset(connection);
     if (result != SQLITE_OK)
         throw Error(connection ? sqlite3_errmsg(connection) : sqlite3_errstr(result));
     sqlite3_busy_timeout(connection, kBusyTimeout);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    // Reading compiles no expression of the schema, and parsing one is cheap at any depth that SQLite takes.
+    if (access == Access::ReadOnly)
+        return;
+    sqlite3_limit(connection, SQLITE_LIMIT_EXPR_DEPTH, kWrittenDepth);
+    sqlite3_limit(connection, SQLITE_LIMIT_SQL_LENGTH, kWrittenLength);
+    // A trigger may do anything, and each that another one sets off is compiled deeper on the stack.
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
 }
 
 Database::Database(sqlite3* connection) : m_connection(connection, Leave) {

@@ -154,9 +154,11 @@ public:
     /// Opens a file that is there already. Whether it is a database shows at the first read.
     ///
     /// Waits up to two seconds for a writer that holds a lock. The schema is not trusted: it can run no function
-    /// with side effects, and no write can damage the file's structure.
+    /// with side effects, and no write can damage the file's structure. A handle for writing runs no trigger of the
+    /// file, and raises where an expression anywhere in the schema is more than 100 levels deep, or the SQL of one
+    /// table, index, view or trigger is longer than 50,000 bytes. A connection that is borrowed has no such bounds.
     ///
-    /// \param path  in UTF-8.
+    /// \param path  in UTF-8; the name of a file whatever it looks like, never a URI or ":memory:".
     /// \throws Error when the file cannot be opened.
     explicit Database(std::string const& path, Access access = Access::ReadOnly);
     /// Borrows a connection, which must outlive the handle. None of its settings is touched, and nothing of the
