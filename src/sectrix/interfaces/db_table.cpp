@@ -161,7 +161,8 @@ bool DbTable::queryIsEmpty(gvs::Expression const* filter) const {
 }
 
 std::int64_t DbTable::queryCount(gvs::Expression const* filter, bool) const {
-    gvs::Statement query(m_database, Select("count(*)", filter), filter);
+    // Not "count(*)", a single instruction that cannot be interrupted.
+    gvs::Statement query(m_database, Select("count(1)", filter), filter);
     query.Step();
     return sqlite3_column_int64(query.Handle(), 0);
 }

@@ -17,9 +17,25 @@ int const kWrittenDepth = 100;
 /// How many bytes each statement of the schema may have where rows are written. At `kWrittenDepth`, those copies of
 /// so long an expression take 300 MB. A table of 1,000 columns has about so many.
 int const kWrittenLength = 50000;
+/// SQLite reports after about so many of its instructions, some milliseconds.
+int const kReport = 100000;
+/// How many instructions one step may take for each byte of the file. A row has no less than five bytes, and
+/// passing it by takes three instructions and two more for each column compared. Pages that are entered over and
+/// over again, as their parents say, make rows without end.
+int const kInstructionsPerByte = 100;
 
 int Leave(sqlite3*) {
     return SQLITE_OK;
+}
+
+/// The size of the model's file or, where there is one, of its log.
+/// \param which  names the file in SQLite's way.
+sqlite3_int64 SizeOf(sqlite3* connection, int which) {
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    if (sqlite3_file_control(connection, "main", which, &file) == SQLITE_OK && file && file->pMethods)
+        file->pMethods->xFileSize(file, &size);
+    return size;
 }
 
 /// The path as SQLite takes it for nothing but a path, neither for a URI nor for a database in memory.
@@ -115,6 +131,7 @@ Database::Database(std::string const& path, Access access) : m_connection(nullpt
     sqlite3_busy_timeout(connection, kBusyTimeout);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_progress_handler(connection, kReport, IsEndless, this);
     // Reading compiles no expression of the schema, and parsing one is cheap at any depth that SQLite takes.
     if (access == Access::ReadOnly)
         return;
@@ -130,6 +147,15 @@ Database::Database(sqlite3* connection) : m_connection(connection, Leave) {
 }
 
 Database::~Database() = default;
+
+int Database::IsEndless(void* database) noexcept {
+    auto& self = *static_cast<Database*>(database);
+    auto* const connection = self.m_connection.get();
+    auto const size =
+        SizeOf(connection, SQLITE_FCNTL_FILE_POINTER) + SizeOf(connection, SQLITE_FCNTL_JOURNAL_POINTER);
+    // The first report may be of instructions from before this step.
+    return self.m_reports++ * kReport > size * kInstructionsPerByte;
+}
 
 void Database::Finalizer::operator()(sqlite3_stmt* statement) const noexcept {
     sqlite3_finalize(statement);

@@ -154,9 +154,10 @@ public:
     /// Opens a file that is there already. Whether it is a database shows at the first read.
     ///
     /// Waits up to two seconds for a writer that holds a lock. The schema is not trusted: it can run no function
-    /// with side effects, and no write can damage the file's structure. A handle for writing runs no trigger of the
-    /// file, and raises where an expression anywhere in the schema is more than 100 levels deep, or the SQL of one
-    /// table, index, view or trigger is longer than 50,000 bytes. A connection that is borrowed has no such bounds.
+    /// with side effects, and no write can damage the file's structure. A search that takes more steps than any
+    /// file of that size needs is interrupted, and raises that. A handle for writing runs no trigger of the file,
+    /// and raises where an expression anywhere in the schema is more than 100 levels deep, or the SQL of one table,
+    /// index, view or trigger is longer than 50,000 bytes. A connection that is borrowed has no such bounds.
     ///
     /// \param path  in UTF-8; the name of a file whatever it looks like, never a URI or ":memory:".
     /// \throws Error when the file cannot be opened.
@@ -184,10 +185,15 @@ private:
         int m_repreparations = -1;
     };
 
+    /// SQLite's question whether to stop the step at work: 1 for yes.
+    static int IsEndless(void* database) noexcept;
+
     using Statements = std::multimap<std::string, Prepared, std::less<>>;
 
     /// Closes what was opened, and does nothing to what was borrowed.
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> m_connection;
+    /// How often SQLite has asked `IsEndless` since the step at work began.
+    std::int64_t m_reports = 0;
     /// Statements that nobody is using, by their SQL. Equal ones come about where one was needed while the other
     /// was still at work.
     Statements m_idle;

@@ -67,6 +67,7 @@ std::string Quoted(std::string const& name) {
 }
 
 Statement::Statement(Database& database, std::string_view sql, Expression const* filter) : m_database(database) {
+    m_database.m_reports = 0; // SQLite may have to read the schema
     auto idle = m_database.m_idle.find(sql);
     if (idle == m_database.m_idle.end()) {
         sqlite3_stmt* handle = nullptr;
@@ -118,6 +119,7 @@ void Statement::Bind(int place, void const* data, int size) {
 }
 
 bool Statement::Step() {
+    m_database.m_reports = 0;
     int const result = sqlite3_step(Handle());
     if (result != SQLITE_ROW && result != SQLITE_DONE)
         Fail();
