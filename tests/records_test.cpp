@@ -299,6 +299,13 @@ TEST_F(Records, TablesAndColumnsHaveAnyName) {
     EXPECT_EQ(table.getDef()[L"\xC9"], nullptr); // only ASCII letters are the same in both cases
 }
 
+TEST_F(Records, NoUseCountsForTheNext) {
+    gvs::Database database(Make("tiny.db", "PRAGMA page_size = 512; CREATE TABLE t (a); INSERT INTO t VALUES (1)"));
+    mvq::DbTable table(&database, L"t");
+    for (int i = 0; i < 40000; ++i) // more in all than a step on so small a file may take
+        ASSERT_EQ(table.queryCount(nullptr, false), 1);
+}
+
 TEST_F(Records, WhatIsNotSupportedSaysSo) {
     gvs::Database database(MakeFrom("direct.sql"));
     mvq::Meshes meshes(&database);
