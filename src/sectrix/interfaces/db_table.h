@@ -105,7 +105,8 @@ public:
     /// Starts a query for the rows that match, in no particular order, and ends the one before.
     ///
     /// Costs as much as SQLite needs for the first row: put an index on what is filtered.
-    /// \param filter  null or empty for all rows; not needed once the call returns.
+    /// \param filter  null or empty for all rows; not needed once the call returns. A column in it that the table does
+    ///                not have raises here, as "no such column: t." and its name.
     /// \param order   null.
     virtual void querySequential(gvs::Expression const* filter, wchar_t const* order, bool);
     /// Moves to the next row of the query and returns true when there is one. Past the last the query has ended,

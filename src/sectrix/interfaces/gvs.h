@@ -144,8 +144,8 @@ private:
 
 /// A handle on a model database, an SQLite file.
 ///
-/// It keeps the statements that it prepared and uses them again, also after the schema has changed. Tables and
-/// statements on it must be gone before it goes. One thread at a time may use a handle and what stands on it.
+/// It keeps the statements that it prepared and uses them again until the schema changes. Tables and statements on
+/// it must be gone before it goes. One thread at a time may use a handle and what stands on it.
 class SECTRIX_EXPORT Database {
 public:
     /// What a handle may do with its file.
