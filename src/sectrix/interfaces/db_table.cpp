@@ -16,9 +16,10 @@ std::size_t const kUsualLength = 192; // of a query
 
 DbTable::DbTable(gvs::Database* db, wchar_t const* table)
     : m_database(*db), m_name(gvs::ToSqlText(table)), m_source("main." + gvs::Quoted(m_name)),
-      // Counting no rows gives one row, at no cost and whatever the table is: of its columns, and of the count.
-      m_schema(*db, Select("t.*, count(*) AS \"\"", nullptr) + " WHERE 0") {
+      m_schema(*db, SchemaQuery()) {
     m_schema.Step();
+    if (m_schema.IsRecompiled()) // the table may be another one now
+        RequireStoredRows();
 }
 
 DbTable::~DbTable() = default;
@@ -160,7 +161,8 @@ bool DbTable::queryIsEmpty(gvs::Expression const* filter) const {
 }
 
 std::int64_t DbTable::queryCount(gvs::Expression const* filter, bool) const {
-    gvs::Statement query(m_database, Select("count(*)", filter), filter);
+    // Not "count(*)", a single instruction that cannot be interrupted.
+    gvs::Statement query(m_database, Select("count(1)", filter), filter);
     query.Step();
     return sqlite3_column_int64(query.Handle(), 0);
 }
@@ -197,6 +199,31 @@ void DbTable::endBulk() {
     NotSupported("endBulk");
 }
 
+std::string DbTable::SchemaQuery() const {
+    // Counting no rows gives one row, at no cost and whatever the table is: of its columns, and of the count.
+    auto sql = Select("t.*, count(*) AS \"\"", nullptr) + " WHERE 0";
+    if (!gvs::Statement::IsKept(m_database, sql))
+        RequireStoredRows();
+    return sql;
+}
+
+void DbTable::RequireStoredRows() const {
+    // SQLite itself spells the beginning of a plain table's SQL, whoever wrote the rest. A row that lies about what
+    // its SQL makes has no effect but that SQLite refuses the schema.
+    gvs::Statement table(m_database, "SELECT substr(sql, 1, 12) = 'CREATE TABLE' FROM main.sqlite_schema"
+                                     " WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')");
+    table.Bind(1, m_name);
+    if (!table.Step())
+        throw gvs::Error("no such table: main." + m_name);
+    if (sqlite3_column_int(table.Handle(), 0) == 0)
+        throw gvs::Error("not a plain table: main." + m_name);
+    // While `table` stands on its row the schema stays as it is.
+    gvs::Statement computed(m_database, "SELECT 1 FROM pragma_table_xinfo(?1, 'main') WHERE hidden = 2");
+    computed.Bind(1, m_name);
+    if (computed.Step())
+        throw gvs::Error("a generated column is not stored in: main." + m_name);
+}
+
 std::string DbTable::Select(char const* what, gvs::Expression const* filter) const {
     // Columns are named through t, since SQLite takes a quoted name that stands alone for a text when there is no
     // such column.
@@ -209,7 +236,7 @@ std::string DbTable::Select(char const* what, gvs::Expression const* filter) con
 }
 
 bool DbTable::HasRowId() const {
-    // A view has none, nor has a table made WITHOUT ROWID.
+    // A table made WITHOUT ROWID has none.
     return sqlite3_table_column_metadata(sqlite3_db_handle(m_schema.Handle()), "main", m_name.c_str(), "rowid",
                                          nullptr, nullptr, nullptr, nullptr, nullptr) == SQLITE_OK;
 }

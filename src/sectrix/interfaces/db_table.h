@@ -27,7 +27,12 @@ namespace mvq {
 /// a database that is no database, is locked beyond the waiting time or is corrupt where it is read.
 class SECTRIX_EXPORT DbTable {
 public:
-    /// Binds to a table or view of the database, and reads its schema.
+    /// Binds to a table of the database, and reads its schema.
+    ///
+    /// It must be a plain table whose columns are stored. A view, a virtual table, and a table with a generated
+    /// column that is not STORED raise before SQLite compiles what is behind them, since that is the file's
+    /// author's choice and has no bounds. So reading computes nothing that the file says.
+    ///
     /// \param db     not null; outlives this object.
     /// \param table  its name, any text.
     DbTable(gvs::Database* db, wchar_t const* table);
@@ -100,7 +105,8 @@ public:
     /// Starts a query for the rows that match, in no particular order, and ends the one before.
     ///
     /// Costs as much as SQLite needs for the first row: put an index on what is filtered.
-    /// \param filter  null or empty for all rows; not needed once the call returns.
+    /// \param filter  null or empty for all rows; not needed once the call returns. A column in it that the table does
+    ///                not have raises here, as "no such column: t." and its name.
     /// \param order   null.
     virtual void querySequential(gvs::Expression const* filter, wchar_t const* order, bool);
     /// Moves to the next row of the query and returns true when there is one. Past the last the query has ended,
@@ -143,6 +149,10 @@ public:
     static wchar_t const* _ID() { return L"rowid"; }
 
 private:
+    /// The SQL of `m_schema`, once it is sure that it may be compiled.
+    std::string SchemaQuery() const;
+    /// \throws gvs::Error unless the table is plain and its columns are stored.
+    void RequireStoredRows() const;
     std::string Select(char const* what, gvs::Expression const* filter) const;
     bool HasRowId() const;
     /// The place of the column in the current row.

@@ -10,9 +10,38 @@ namespace gvs {
 namespace {
 
 int const kBusyTimeout = 2000; // milliseconds
+/// How deep an expression in the schema may be where rows are written. SQLite compiles those of the table,
+/// recursing by up to 0.8 KiB of stack a level and copying as it goes: 100 levels take 90 KiB, SQLite's own limit
+/// of 1,000 takes 750 KiB. A list of a hundred conditions is as deep as that.
+int const kWrittenDepth = 100;
+/// How many bytes each statement of the schema may have where rows are written. At `kWrittenDepth`, those copies of
+/// so long an expression take 300 MB. A table of 1,000 columns has about so many.
+int const kWrittenLength = 50000;
+/// SQLite reports after about so many of its instructions, some milliseconds.
+int const kReport = 100000;
+/// How many instructions one step may take for each byte of the file. A row has no less than five bytes, and
+/// passing it by takes three instructions and two more for each column compared. Pages that are entered over and
+/// over again, as their parents say, make rows without end.
+int const kInstructionsPerByte = 100;
 
 int Leave(sqlite3*) {
     return SQLITE_OK;
+}
+
+/// The size of the model's file or, where there is one, of its log.
+/// \param which  names the file in SQLite's way.
+sqlite3_int64 SizeOf(sqlite3* connection, int which) {
+    sqlite3_file* file = nullptr;
+    sqlite3_int64 size = 0;
+    if (sqlite3_file_control(connection, "main", which, &file) == SQLITE_OK && file && file->pMethods)
+        file->pMethods->xFileSize(file, &size);
+    return size;
+}
+
+/// The path as SQLite takes it for nothing but a path, neither for a URI nor for a database in memory.
+std::string PlainPath(std::string const& path) {
+    bool const isSpecial = path.empty() || path[0] == ':' || path.compare(0, 5, "file:") == 0;
+    return isSpecial ? "./" + path : path;
 }
 
 } // namespace
@@ -95,13 +124,21 @@ Database::Database(std::string const& path, Access access) : m_connection(nullpt
     sqlite3* connection = nullptr;
     int const mode = access == Access::ReadWrite ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
     // Only one thread uses a handle at a time, so the connection needs no lock of its own.
-    int const result = sqlite3_open_v2(path.c_str(), &connection, mode | SQLITE_OPEN_NOMUTEX, nullptr);
+    int const result = sqlite3_open_v2(PlainPath(path).c_str(), &connection, mode | SQLITE_OPEN_NOMUTEX, nullptr);
     m_connection.reset(connection);
     if (result != SQLITE_OK)
         throw Error(connection ? sqlite3_errmsg(connection) : sqlite3_errstr(result));
     sqlite3_busy_timeout(connection, kBusyTimeout);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
     sqlite3_db_config(connection, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    sqlite3_progress_handler(connection, kReport, IsEndless, this);
+    // Reading compiles no expression of the schema, and parsing one is cheap at any depth that SQLite takes.
+    if (access == Access::ReadOnly)
+        return;
+    sqlite3_limit(connection, SQLITE_LIMIT_EXPR_DEPTH, kWrittenDepth);
+    sqlite3_limit(connection, SQLITE_LIMIT_SQL_LENGTH, kWrittenLength);
+    // A trigger may do anything, and each that another one sets off is compiled deeper on the stack.
+    sqlite3_db_config(connection, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
 }
 
 Database::Database(sqlite3* connection) : m_connection(connection, Leave) {
@@ -110,6 +147,15 @@ Database::Database(sqlite3* connection) : m_connection(connection, Leave) {
 }
 
 Database::~Database() = default;
+
+int Database::IsEndless(void* database) noexcept {
+    auto& self = *static_cast<Database*>(database);
+    auto* const connection = self.m_connection.get();
+    auto const size =
+        SizeOf(connection, SQLITE_FCNTL_FILE_POINTER) + SizeOf(connection, SQLITE_FCNTL_JOURNAL_POINTER);
+    // The first report may be of instructions from before this step.
+    return self.m_reports++ * kReport > size * kInstructionsPerByte;
+}
 
 void Database::Finalizer::operator()(sqlite3_stmt* statement) const noexcept {
     sqlite3_finalize(statement);

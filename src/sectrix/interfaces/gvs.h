@@ -144,8 +144,8 @@ private:
 
 /// A handle on a model database, an SQLite file.
 ///
-/// It keeps the statements that it prepared and uses them again, also after the schema has changed. Tables and
-/// statements on it must be gone before it goes. One thread at a time may use a handle and what stands on it.
+/// It keeps the statements that it prepared and uses them again until the schema changes. Tables and statements on
+/// it must be gone before it goes. One thread at a time may use a handle and what stands on it.
 class SECTRIX_EXPORT Database {
 public:
     /// What a handle may do with its file.
@@ -154,9 +154,12 @@ public:
     /// Opens a file that is there already. Whether it is a database shows at the first read.
     ///
     /// Waits up to two seconds for a writer that holds a lock. The schema is not trusted: it can run no function
-    /// with side effects, and no write can damage the file's structure.
+    /// with side effects, and no write can damage the file's structure. A search that takes more steps than any
+    /// file of that size needs is interrupted, and raises that. A handle for writing runs no trigger of the file,
+    /// and raises where an expression anywhere in the schema is more than 100 levels deep, or the SQL of one table,
+    /// index, view or trigger is longer than 50,000 bytes. A connection that is borrowed has no such bounds.
     ///
-    /// \param path  in UTF-8.
+    /// \param path  in UTF-8; the name of a file whatever it looks like, never a URI or ":memory:".
     /// \throws Error when the file cannot be opened.
     explicit Database(std::string const& path, Access access = Access::ReadOnly);
     /// Borrows a connection, which must outlive the handle. None of its settings is touched, and nothing of the
@@ -182,10 +185,15 @@ private:
         int m_repreparations = -1;
     };
 
+    /// SQLite's question whether to stop the step at work: 1 for yes.
+    static int IsEndless(void* database) noexcept;
+
     using Statements = std::multimap<std::string, Prepared, std::less<>>;
 
     /// Closes what was opened, and does nothing to what was borrowed.
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> m_connection;
+    /// How often SQLite has asked `IsEndless` since the step at work began.
+    std::int64_t m_reports = 0;
     /// Statements that nobody is using, by their SQL. Equal ones come about where one was needed while the other
     /// was still at work.
     Statements m_idle;

@@ -67,6 +67,7 @@ std::string Quoted(std::string const& name) {
 }
 
 Statement::Statement(Database& database, std::string_view sql, Expression const* filter) : m_database(database) {
+    m_database.m_reports = 0; // SQLite may have to read the schema
     auto idle = m_database.m_idle.find(sql);
     if (idle == m_database.m_idle.end()) {
         sqlite3_stmt* handle = nullptr;
@@ -88,16 +89,27 @@ Statement::Statement(Database& database, std::string_view sql, Expression const*
 Statement::~Statement() {
     sqlite3_reset(Handle());
     sqlite3_clear_bindings(Handle());
-    m_database.m_idle.insert(std::move(m_prepared));
+    if (!IsRecompiled())
+        m_database.m_idle.insert(std::move(m_prepared));
+}
+
+bool Statement::IsKept(Database const& database, std::string_view sql) {
+    return database.m_idle.find(sql) != database.m_idle.end();
+}
+
+bool Statement::IsRecompiled() const {
+    return sqlite3_stmt_status(Handle(), SQLITE_STMTSTATUS_REPREPARE, 0) > 0;
 }
 
 void Statement::Bind(int place, Value const& value) {
-    auto const& text = value.m_text;
-    int const result =
-        value.m_kind == Value::Integer
-            ? sqlite3_bind_int64(Handle(), place, value.m_integer)
-            : sqlite3_bind_text64(Handle(), place, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8);
-    if (result != SQLITE_OK)
+    if (value.m_kind != Value::Integer)
+        Bind(place, value.m_text);
+    else if (sqlite3_bind_int64(Handle(), place, value.m_integer) != SQLITE_OK)
+        Fail();
+}
+
+void Statement::Bind(int place, std::string const& text) {
+    if (sqlite3_bind_text64(Handle(), place, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8) != SQLITE_OK)
         Fail();
 }
 
@@ -107,6 +119,7 @@ void Statement::Bind(int place, void const* data, int size) {
 }
 
 bool Statement::Step() {
+    m_database.m_reports = 0;
     int const result = sqlite3_step(Handle());
     if (result != SQLITE_ROW && result != SQLITE_DONE)
         Fail();

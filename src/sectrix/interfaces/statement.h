@@ -27,14 +27,23 @@ public:
     /// \param sql  one statement; the text is what it is kept by.
     /// \throws Error when it cannot be prepared, for instance as there is no such table.
     Statement(Database& database, std::string_view sql, Expression const* filter = nullptr);
-    /// Ends the use, and with it the statement's hold on the database.
+    /// Ends the use, and with it the statement's hold on the database. Where the schema has changed, the statement
+    /// goes: what was made sure of before it was compiled holds for those that are kept.
     ~Statement();
 
     Statement(Statement const&) = delete;
     Statement& operator=(Statement const&) = delete;
 
+    /// True when the database keeps an idle statement of this SQL.
+    static bool IsKept(Database const& database, std::string_view sql);
+    /// True when SQLite has compiled the statement anew, as the schema has changed since it was prepared.
+    bool IsRecompiled() const;
+
     /// \param place  of the parameter, counted from 1.
     void Bind(int place, Value const& value);
+    /// Binds a copy of a text in UTF-8.
+    /// \param place  of the parameter, counted from 1.
+    void Bind(int place, std::string const& text);
     /// Binds bytes, which are not copied; no bytes are an empty blob, not a NULL.
     /// \param place  of the parameter, counted from 1.
     void Bind(int place, void const* data, int size);

@@ -27,3 +27,5 @@ CREATE TABLE MESH_CASES (ID INTEGER, DATA_GUID TEXT, RESULT BLOB);
 INSERT INTO MESH_CASES VALUES
     (1, 'plain', x'00FF00'), (5, '', x''), (6, '', x''), (7, '', CAST('v 0 0 0' AS BLOB)), (-1, '', x''), (2, '', x''),
     (-9223372036854775808, '', x'09');
+-- No handle that the library opens runs a trigger.
+CREATE TRIGGER NEVER_RUN UPDATE ON MESHES BEGIN SELECT RAISE(ABORT, 'a trigger has run'); END;
