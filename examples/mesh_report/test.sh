@@ -2,7 +2,7 @@
 # Runs the mesh report on the sample models and on files that it must refuse.
 # Arguments: the source folder, the build folder, an empty folder to work in.
 set -euo pipefail
-. "$(dirname "$0")/report_test_common.sh"
+. "$(dirname "$0")/../test_common.sh"
 
 writes_samples make_meshes.py
 report=$("$examples/mesh_report/demo.sh" "$build" "$work/demo")

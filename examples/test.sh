@@ -2,7 +2,7 @@
 # Runs the demo, compares the links on its page with the files that there are, and draws the pictures.
 # Arguments: the source folder, the build folder, an empty folder to work in.
 set -euo pipefail
-. "$(dirname "$0")/report_test_common.sh"
+. "$(dirname "$0")/test_common.sh"
 
 "$examples/demo.sh" "$build" "$work/demo" >/dev/null
 cd "$work/demo"

@@ -2,7 +2,7 @@
 # Runs the record report on a model database in each schema and on one that it must refuse.
 # Arguments: the source folder, the build folder, an empty folder to work in.
 set -euo pipefail
-. "$(dirname "$0")/report_test_common.sh"
+. "$(dirname "$0")/../test_common.sh"
 
 # By either path the data is the same. A definition, or data, that is missing leaves its row empty and ends nothing.
 cat >"$work/expected" <<'TEXT'
