@@ -203,6 +203,18 @@ TEST_F(Records, BadDatabasesRaiseTheReason) {
         {broken, "database disk image is malformed"},
         {Path("text.db"), "file is not a database"},
         {Make("empty.db", ""), "no such table: main.SAT_GEOMETRIES"},
+        {Make("decoy.db", // the table's row does nothing, since there is the view
+              "CREATE TABLE SAT_GEOMETRIES (DATA_GUID); PRAGMA writable_schema = ON; INSERT INTO sqlite_schema "
+              "VALUES"
+              " ('VIEW', 'SAT_DEFINITIONS', 'SAT_DEFINITIONS', 0, 'CREATE VIEW SAT_DEFINITIONS AS SELECT ''plain'' "
+              "GUID, 1 DATA'),"
+              " ('table', 'SAT_DEFINITIONS', 'SAT_DEFINITIONS', 2, 'CREATE TABLE IF NOT EXISTS "
+              "SAT_DEFINITIONS(x)')"),
+         "not a plain table: main.SAT_DEFINITIONS"},
+        {Make("shadow.db", // its own table instead of SQLite's list of columns
+              "CREATE TABLE SAT_GEOMETRIES (DATA_GUID); CREATE TABLE SAT_DEFINITIONS (GUID, DATA AS (GUID || 1));"
+              "CREATE VIRTUAL TABLE pragma_table_xinfo USING fts4(hidden)"),
+         "a generated column is not stored in: main.SAT_DEFINITIONS"},
     };
     auto const record = Geometry(L"plain");
     gvs::Database locked(path);

@@ -208,20 +208,25 @@ std::string DbTable::SchemaQuery() const {
 }
 
 void DbTable::RequireStoredRows() const {
-    // SQLite itself spells the beginning of a plain table's SQL, whoever wrote the rest. A row that lies about what
-    // its SQL makes has no effect but that SQLite refuses the schema.
-    gvs::Statement table(m_database, "SELECT substr(sql, 1, 12) = 'CREATE TABLE' FROM main.sqlite_schema"
-                                     " WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')");
+    // SQLite itself spells the beginning of a plain table's SQL: these words, one space and the name. Written by
+    // another hand, IF NOT EXISTS would make a row that does nothing where an earlier one, which this search may
+    // not see, has made a view. Any other row that lies about what its SQL makes has SQLite refuse the schema.
+    gvs::Statement table(m_database,
+                         "SELECT sql GLOB 'CREATE TABLE [^ \t\n\f\r/-]*'"
+                         " AND sql NOT GLOB 'CREATE TABLE [iI][fF][ \t\n\f\r/-]*' FROM main.sqlite_schema"
+                         " WHERE name = ?1 COLLATE NOCASE AND type IN ('table', 'view')");
     table.Bind(1, m_name);
     if (!table.Step())
         throw gvs::Error("no such table: main." + m_name);
     if (sqlite3_column_int(table.Handle(), 0) == 0)
         throw gvs::Error("not a plain table: main." + m_name);
-    // While `table` stands on its row the schema stays as it is.
-    gvs::Statement computed(m_database, "SELECT 1 FROM pragma_table_xinfo(?1, 'main') WHERE hidden = 2");
-    computed.Bind(1, m_name);
-    if (computed.Step())
-        throw gvs::Error("a generated column is not stored in: main." + m_name);
+    // While `table` stands on its row the schema stays as it is. The pragma by its statement, since in a query a
+    // table of the file could take the place of its function.
+    gvs::Statement columns(m_database, "PRAGMA main.table_xinfo(" + gvs::Quoted(m_name) + ")");
+    int const hidden = 6; // the place of what tells how a column is hidden: 2 for generated and not stored
+    while (columns.Step())
+        if (sqlite3_column_int(columns.Handle(), hidden) == 2)
+            throw gvs::Error("a generated column is not stored in: main." + m_name);
 }
 
 std::string DbTable::Select(char const* what, gvs::Expression const* filter) const {

@@ -31,7 +31,8 @@ public:
     ///
     /// It must be a plain table whose columns are stored. A view, a virtual table, and a table with a generated
     /// column that is not STORED raise before SQLite compiles what is behind them, since that is the file's
-    /// author's choice and has no bounds. So reading computes nothing that the file says.
+    /// author's choice and has no bounds. So reading computes nothing that the file says. A schema that changes
+    /// while the handle is open is looked at once SQLite has compiled it.
     ///
     /// \param db     not null; outlives this object.
     /// \param table  its name, any text.

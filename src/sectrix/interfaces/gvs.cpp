@@ -19,10 +19,10 @@ int const kWrittenDepth = 100;
 int const kWrittenLength = 50000;
 /// SQLite reports after about so many of its instructions, some milliseconds.
 int const kReport = 100000;
-/// How many instructions one step may take for each byte of the file. A row has no less than five bytes, and
-/// passing it by takes three instructions and two more for each column compared. Pages that are entered over and
-/// over again, as their parents say, make rows without end.
-int const kInstructionsPerByte = 100;
+/// One step may be reported once for so many bytes of the file, which is 100 instructions a byte. A row has no less
+/// than five bytes, and passing it by takes three instructions and two more for each column compared. Pages that
+/// are entered over and over again, as their parents say, make rows without end.
+int const kBytesPerReport = kReport / 100;
 
 int Leave(sqlite3*) {
     return SQLITE_OK;
@@ -40,7 +40,7 @@ sqlite3_int64 SizeOf(sqlite3* connection, int which) {
 
 /// The path as SQLite takes it for nothing but a path, neither for a URI nor for a database in memory.
 std::string PlainPath(std::string const& path) {
-    bool const isSpecial = path.empty() || path[0] == ':' || path.compare(0, 5, "file:") == 0;
+    bool const isSpecial = path.c_str()[0] == '\0' || path[0] == ':' || path.compare(0, 5, "file:") == 0;
     return isSpecial ? "./" + path : path;
 }
 
@@ -151,10 +151,11 @@ Database::~Database() = default;
 int Database::IsEndless(void* database) noexcept {
     auto& self = *static_cast<Database*>(database);
     auto* const connection = self.m_connection.get();
-    auto const size =
-        SizeOf(connection, SQLITE_FCNTL_FILE_POINTER) + SizeOf(connection, SQLITE_FCNTL_JOURNAL_POINTER);
+    // Divided before they are added, since a file may claim any size.
+    auto const most = SizeOf(connection, SQLITE_FCNTL_FILE_POINTER) / kBytesPerReport +
+                      SizeOf(connection, SQLITE_FCNTL_JOURNAL_POINTER) / kBytesPerReport;
     // The first report may be of instructions from before this step.
-    return self.m_reports++ * kReport > size * kInstructionsPerByte;
+    return self.m_reports++ > most;
 }
 
 void Database::Finalizer::operator()(sqlite3_stmt* statement) const noexcept {

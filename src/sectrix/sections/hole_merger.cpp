@@ -204,9 +204,13 @@ int HoleMerger::AddNode(Point const& point, Vertex vertex) {
 void HoleMerger::AddEdge(int node) {
     At(node).m_edge = static_cast<int>(m_edgeStarts.size());
     m_edgeStarts.push_back(node);
-    if (!m_index.IsInUse())
-        return;
-    int const edge = At(node).m_edge;
+    if (m_index.IsInUse())
+        FileEdge(At(node).m_edge);
+}
+
+/// Indexes an edge, or lets it wait for the first hole whose ray may meet it; without one it is never indexed.
+void HoleMerger::FileEdge(int edge) {
+    int const node = m_edgeStarts[static_cast<std::size_t>(edge)];
     double const leftX = std::min(At(node).m_point[0], At(NextAround(node)).m_point[0]);
     auto const hole =
         static_cast<std::size_t>(std::upper_bound(m_headXs.begin(), m_headXs.end(), leftX) - m_headXs.begin());
@@ -228,7 +232,8 @@ void HoleMerger::IndexEdge(int edge) {
 
 /// Puts into the index what has waited for the hole that is to be merged, but for edges that have been split.
 void HoleMerger::IndexWaitingEdges() {
-    for (int edge = m_firstWaiting[m_merged]; edge >= 0; edge = m_nextWaiting[static_cast<std::size_t>(edge)])
+    for (int edge = std::exchange(m_firstWaiting[m_merged], -1); edge >= 0;
+         edge = m_nextWaiting[static_cast<std::size_t>(edge)])
         if (m_edgeStarts[static_cast<std::size_t>(edge)] >= 0)
             IndexEdge(edge);
 }

@@ -80,6 +80,7 @@ private:
     void Splice(Hole const& hole, int bridge);
     int AddNode(Point const& point, Vertex vertex);
     void AddEdge(int node);
+    void FileEdge(int edge);
     void IndexEdge(int edge);
     void IndexWaitingEdges();
     int NextAround(int node) const { return At(node).m_next >= 0 ? At(node).m_next : m_first; }
@@ -99,8 +100,9 @@ private:
     double m_leftMostX;
     /// The edges by their heights, where holes and edges are many; not in use otherwise.
     EdgeIndex m_index;
-    /// The least x of each hole. A ray meets no edge that begins there or to the right of it, and holes only come
-    /// further to the right, so that an edge waits for the first hole of which its left end lies to the left.
+    /// The least x of each hole. A ray meets no edge whose ends both lie there or to the right of it, and holes
+    /// only come further to the right, so that an edge waits for the first hole of which its left end lies to the
+    /// left.
     Scratch::List<double> m_headXs;
     /// By hole, the first of the edges that wait for it, and by edge the next one; -1 for none.
     Scratch::List<int> m_firstWaiting, m_nextWaiting;

@@ -186,7 +186,10 @@ bool SectionSearch::PrepareGroups() {
                 m_groups.clear();
                 return false;
             }
-            m_groups[items[place].GetNamedPositionCount()].m_places.push_back(place);
+            auto const count = items[place].GetNamedPositionCount();
+            auto& group = m_groups[count];
+            group.m_count = count;
+            group.m_places.push_back(place);
         }
     return true;
 }
@@ -201,7 +204,7 @@ CrossSection const* SectionSearch::FindByKey(CrossSection const& section) {
         return Walk(section);
     auto const keys = SearchKeys(key);
     auto const* partner = FindFiled(section, keys);
-    return partner ? partner : FileUntilFound(section, keys, count, group->second);
+    return partner ? partner : FileUntilFound(section, keys, group->second);
 }
 
 CrossSection const* SectionSearch::FindFiled(CrossSection const& section, std::vector<std::uint64_t> const& keys) {
@@ -222,12 +225,11 @@ CrossSection const* SectionSearch::FindFiled(CrossSection const& section, std::v
 /// Goes on through the group where it was left, and so builds convex loops in list order and no further than to the
 /// partner.
 CrossSection const* SectionSearch::FileUntilFound(CrossSection const& section,
-                                                  std::vector<std::uint64_t> const& keys, std::uint64_t count,
-                                                  Group& group) {
+                                                  std::vector<std::uint64_t> const& keys, Group& group) {
     while (group.m_filed < group.m_places.size()) {
         auto const place = group.m_places[group.m_filed];
         auto const& candidate = m_searched.Items()[place];
-        auto const key = FilingKey(candidate, count, group);
+        auto const key = FilingKey(candidate, group);
         if (key)
             m_places.emplace(*key, place);
         ++group.m_filed;
@@ -242,24 +244,23 @@ CrossSection const* SectionSearch::FileUntilFound(CrossSection const& section,
 /// The interior loops of a partner must all have partners in the section that is given, and the numbers are equal.
 /// So a partner without repeats has the same keys. One with repeats may have fewer; it stands under the one of its
 /// loops that fewest others have.
-std::optional<std::uint64_t> SectionSearch::FilingKey(CrossSection const& section, std::uint64_t count,
-                                                      Group& group) const {
-    auto const key = MakeSectionKey(section, m_convex, count);
+std::optional<std::uint64_t> SectionSearch::FilingKey(CrossSection const& section, Group& group) const {
+    auto const key = MakeSectionKey(section, m_convex, group.m_count);
     if (!key.m_isNamed)
         return kAnyKey;
     auto const& loops = section.InteriorLoops();
     if (!m_convex && !std::all_of(loops.begin(), loops.end(), CanLineUp))
         return std::nullopt;
-    return key.m_hasRepeats ? key.WithLoop(RarestLoop(key.m_interior, count, group)) : key.Whole();
+    return key.m_hasRepeats ? key.WithLoop(RarestLoop(key.m_interior, group)) : key.Whole();
 }
 
 /// The key of these that belongs to interior loops of the fewest sections of the group.
-std::uint64_t SectionSearch::RarestLoop(std::vector<std::uint64_t> const& loops, std::uint64_t count,
-                                        Group& group) const {
+std::uint64_t SectionSearch::RarestLoop(std::vector<std::uint64_t> const& loops, Group& group) const {
     auto& counts = group.m_loopCounts;
     if (counts.empty())
         for (auto const place : group.m_places)
-            for (auto const loop : MakeSectionKey(m_searched.Items()[place], m_convex, count).m_interior)
+            // Where convex loops are compared no keys are in common, and none is asked about here.
+            for (auto const loop : MakeSectionKey(m_searched.Items()[place], false, group.m_count).m_interior)
                 ++counts[loop];
     return *std::min_element(loops.begin(), loops.end(), [&counts](std::uint64_t one, std::uint64_t another) {
         return counts.at(one) < counts.at(another);

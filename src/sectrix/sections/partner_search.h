@@ -77,6 +77,8 @@ public:
 private:
     /// Sections with equally many named positions. No other is compared beyond the counts.
     struct Group {
+        /// How many they have.
+        std::uint64_t m_count = 0;
         /// Ascending.
         std::vector<std::size_t> m_places;
         /// How many of them, from the first on, stand under their keys.
@@ -91,10 +93,10 @@ private:
     bool PrepareGroups();
     CrossSection const* FindByKey(CrossSection const& section);
     CrossSection const* FindFiled(CrossSection const& section, std::vector<std::uint64_t> const& keys);
-    std::optional<std::uint64_t> FilingKey(CrossSection const& section, std::uint64_t count, Group& group) const;
-    std::uint64_t RarestLoop(std::vector<std::uint64_t> const& loops, std::uint64_t count, Group& group) const;
+    std::optional<std::uint64_t> FilingKey(CrossSection const& section, Group& group) const;
+    std::uint64_t RarestLoop(std::vector<std::uint64_t> const& loops, Group& group) const;
     CrossSection const* FileUntilFound(CrossSection const& section, std::vector<std::uint64_t> const& keys,
-                                       std::uint64_t count, Group& group);
+                                       Group& group);
 
     CrossSections const& m_searched;
     bool const m_convex;

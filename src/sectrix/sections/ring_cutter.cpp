@@ -136,13 +136,11 @@ bool RingCutter::IsLost(Chain const& chain) {
 
 /// True when the point lies in the piece, and in each that this shrinks to.
 bool RingCutter::Outlasts(Point const& point, Chain const& chain) const {
-    int const second = Next(chain.m_start);
-    for (int end = Next(second);; end = Next(end)) {
+    int const behind = Next(chain.m_end);
+    for (int end = Next(Next(chain.m_start)); end != behind; end = Next(end))
         if (!IsNotch(At(chain.m_start), At(end), point))
             return false;
-        if (end == chain.m_end)
-            return PassesEdges(chain, point);
-    }
+    return PassesEdges(chain, point);
 }
 
 /// Shrinks the chain from its end until no vertex outside it, each looked at once in their order, lies in the

@@ -106,7 +106,7 @@ private:
     /// The starts that may give a piece: the next corner is strictly convex, and they are not known to fail.
     PlaceSet m_candidates;
     Scratch::List<Watch> m_watches;
-    /// The vertices that made the chain of the present trial shrink.
+    /// The vertices that made the chain of the present trial shrink, or the one that alone takes all of it.
     Scratch::List<int> m_shrinkers;
 
     /// The vertices by where they lie; empty for a tiny ring, and where points are not finite or so large that a
@@ -120,7 +120,7 @@ private:
     Scratch::List<Point> m_triangle;
     /// The least turn to the left at any corner of this piece, or of a shorter one from the same start.
     double m_leastTurn = 0.0;
-    /// What lies around the piece.
+    /// What lies around the piece; before that, around its first three corners.
     PieceFrame m_frame;
     /// The vertices outside the chain that may lie in the piece.
     Scratch::List<int> m_near;
