@@ -35,6 +35,11 @@ for page in README.md docs/sections.md docs/images/box-girder.svg docs/schemas/s
 done
 build_host package -DSECTRIX_AS=package -DCMAKE_PREFIX_PATH="$copy"
 
+echo "== Debian packages"
+cpack --config "$build/CPackConfig.cmake" -B "$work/packages" >"$work/cpack.log" 2>&1 || { cat "$work/cpack.log"; fail "cpack"; }
+for package in "$work"/packages/*.deb; do dpkg-deb -x "$package" "$work/debian"; done
+build_host debian -DSECTRIX_AS=package -DCMAKE_PREFIX_PATH="$work/debian/usr"
+
 echo "== README"
 mkdir "$work/readme"
 block() { awk -v fence="\`\`\`$1" '$0 == fence { inside = 1; next } /^```/ { inside = 0 } inside' "$source/README.md"; }
