@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Builds and tests the project: installs what is missing, checks the formatting, runs all tests as a release with GCC
-# and under the sanitizers with Clang, builds the benchmarks, checks the sources, runs the hostile corpus on four threads under the thread
-# sanitizer, compares the answers of six builds to the last bit, and looks ten seconds a target for input that breaks
-# anything.
+# and under the sanitizers with Clang, builds the benchmarks, checks the sources, runs the hostile corpus on four
+# threads under the thread sanitizer, compares the answers of six builds to the last bit, and looks ten seconds a target
+# for input that breaks anything.
 set -euo pipefail
 cd "$(dirname "$0")"
 cmake/install-packages.sh

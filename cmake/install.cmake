@@ -1,5 +1,5 @@
-# What `cmake --install` puts down: a runtime component with the libraries, a development component with the
-# headers, the packages for CMake and pkg-config, and the guides. Everything refers to everything else by relative paths, so an
+# What `cmake --install` puts down: a runtime component with the libraries, a development component with the headers, the
+# packages for CMake and pkg-config, and the guides. Everything refers to everything else by relative paths, so an
 # installed copy may be moved.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)

@@ -1,5 +1,5 @@
-#include "../bench/drafts.h"
 #include "../bench/shapes.h"
+#include "../tests/drafts.h"
 #include "../tests/plain_alignment.h"
 #include "result.h"
 #include "sectrix/interfaces/dom.h"
