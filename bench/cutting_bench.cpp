@@ -1,5 +1,5 @@
 #include "seconds.h"
-#include "shape_set.h"
+#include "support/shape_set.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>

@@ -1,5 +1,5 @@
-#include "meshes.h"
 #include "seconds.h"
+#include "support/meshes.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
-#include "../bench/shapes.h"
-#include "../tests/drafts.h"
-#include "../tests/plain_alignment.h"
-#include "result.h"
 #include "sectrix/interfaces/dom.h"
+#include "support/drafts.h"
+#include "support/plain_alignment.h"
+#include "support/result.h"
+#include "support/shapes.h"
 #include "target.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "../bench/shapes.h"
-#include "../tests/plain_cutting.h"
-#include "result.h"
+#include "support/plain_cutting.h"
+#include "support/result.h"
+#include "support/shapes.h"
 #include "target.h"
 
 #include <algorithm>

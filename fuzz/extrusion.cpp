@@ -1,7 +1,7 @@
 #include "sectrix/extrusion/extrusion.h"
-#include "result.h"
 #include "sectrix/foundation/json_tag.h"
 #include "sectrix/interfaces/dom_reader_json.h"
+#include "support/result.h"
 #include "target.h"
 
 using namespace qel;

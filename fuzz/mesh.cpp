@@ -1,6 +1,6 @@
-#include "../bench/meshes.h"
-#include "../tests/plain_merging.h"
-#include "result.h"
+#include "support/meshes.h"
+#include "support/plain_merging.h"
+#include "support/result.h"
 #include "target.h"
 
 using namespace qel;

@@ -1,5 +1,3 @@
-#include "../bench/meshes.h"
-#include "result.h"
 #include "sectrix/extrusion/extrusion.h"
 #include "sectrix/foundation/text_conversion.h"
 #include "sectrix/interfaces/dom_reader_json.h"
@@ -7,6 +5,8 @@
 #include "sectrix/interfaces/gvs.h"
 #include "sectrix/records/acis_geometry.h"
 #include "sectrix/records/obj.h"
+#include "support/meshes.h"
+#include "support/result.h"
 
 #include <cstdlib>
 #include <fstream>

@@ -1,4 +1,4 @@
-#include "small_stack.h"
+#include "support/small_stack.h"
 #include "target.h"
 
 #include <algorithm>

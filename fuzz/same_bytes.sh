@@ -7,7 +7,7 @@ folder=build/same-bytes
 mkdir -p $folder
 
 # One source of all sources compiles several times as fast as each on its own.
-sources=(src/sectrix/*/*.cpp)
+mapfile -t sources < <(find src/sectrix -name '*.cpp' | sort)
 for source in fuzz/*.cpp; do
     case $source in fuzz/fuzzer_main.cpp | fuzz/time_test.cpp | fuzz/out_of_memory_test.cpp) ;; *) sources+=("$source") ;; esac
 done
@@ -15,7 +15,7 @@ printf '#include "../../%s"\n' "${sources[@]}" >$folder/all.cpp
 
 one() {
     local compiler=$1 level=$2 program=$folder/$1$2
-    "$compiler" -std=c++17 "$level" -ffp-contract=off -Isrc $folder/all.cpp -o "$program" -lsimdjson -lsqlite3 -pthread
+    "$compiler" -std=c++17 "$level" -ffp-contract=off -Isrc -Itests $folder/all.cpp -o "$program" -lsimdjson -lsqlite3 -pthread
     {
         "$program" 1 all fuzz/corpus
         for target in section_document extrusion; do "$program" 1 $target examples/data; done

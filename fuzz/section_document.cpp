@@ -1,6 +1,6 @@
-#include "result.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/interfaces/dom_writer_json.h"
+#include "support/result.h"
 #include "target.h"
 
 #include <fstream>

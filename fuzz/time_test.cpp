@@ -1,10 +1,10 @@
-#include "../bench/meshes.h"
 #include "sectrix/extrusion/extrusion.h"
 #include "sectrix/foundation/text_conversion.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/interfaces/dom_writer_json.h"
 #include "sectrix/sections/cross_sections.h"
-#include "small_stack.h"
+#include "support/meshes.h"
+#include "support/small_stack.h"
 
 #include <cstdio>
 #include <ctime>

@@ -1,6 +1,6 @@
-#include "drafts.h"
-#include "plain_alignment.h"
-#include "test_data.h"
+#include "support/drafts.h"
+#include "support/plain_alignment.h"
+#include "support/test_data.h"
 
 #include <cmath>
 #include <gtest/gtest.h>

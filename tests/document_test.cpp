@@ -1,8 +1,8 @@
-#include "../fuzz/small_stack.h"
-#include "section_text.h"
 #include "sectrix/foundation/json_tag.h"
 #include "sectrix/interfaces/dom_writer_json.h"
-#include "test_data.h"
+#include "support/section_text.h"
+#include "support/small_stack.h"
+#include "support/test_data.h"
 
 #include <cmath>
 #include <cstring>

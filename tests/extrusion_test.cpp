@@ -1,6 +1,6 @@
 #include "sectrix/extrusion/extrusion.h"
 #include "sectrix/interfaces/dom_writer_json.h"
-#include "test_data.h"
+#include "support/test_data.h"
 
 #include <gtest/gtest.h>
 

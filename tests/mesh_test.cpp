@@ -1,5 +1,5 @@
-#include "meshes.h"
-#include "plain_merging.h"
+#include "support/meshes.h"
+#include "support/plain_merging.h"
 
 #include <gtest/gtest.h>
 #include <tuple>

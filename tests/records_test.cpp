@@ -2,7 +2,7 @@
 #include "sectrix/records/obj.h"
 #include "sectrix/records/parametric_reference.h"
 #include "sectrix/records/tables.h"
-#include "test_data.h"
+#include "support/test_data.h"
 
 #include <chrono>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "section_text.h"
-#include "shape_set.h"
-#include "test_data.h"
+#include "support/section_text.h"
+#include "support/shape_set.h"
+#include "support/test_data.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,12 +1,12 @@
 # A host's own ORL_Json, GvsWrap and MVQ: static, and with classes of another layout than the bundled ones, so that the
 # library works only where it was compiled against these headers.
 set(host ${CMAKE_BINARY_DIR}/host)
-file(GLOB sources ${SECTRIX_SOURCE}/src/sectrix/interfaces/*.h ${SECTRIX_SOURCE}/src/sectrix/interfaces/*.cpp)
+file(GLOB_RECURSE sources RELATIVE ${SECTRIX_SOURCE}/src/sectrix/interfaces
+    ${SECTRIX_SOURCE}/src/sectrix/interfaces/*.h ${SECTRIX_SOURCE}/src/sectrix/interfaces/*.cpp)
 foreach(source ${sources})
-    cmake_path(GET source FILENAME name)
-    file(READ ${source} text)
+    file(READ ${SECTRIX_SOURCE}/src/sectrix/interfaces/${source} text)
     string(REGEX REPLACE "(class SECTRIX_EXPORT (Dom|Database|DbTable) {\n)" "\\1    int m_ofTheHost[64] = {};\n" text "${text}")
-    file(CONFIGURE OUTPUT ${host}/sectrix/interfaces/${name} CONTENT "${text}" @ONLY)
+    file(CONFIGURE OUTPUT ${host}/sectrix/interfaces/${source} CONTENT "${text}" @ONLY)
 endforeach()
 
 function(host_library name)
@@ -22,7 +22,7 @@ host_library(ORL_Json dom.cpp dom_reader_json.cpp dom_writer_json.cpp)
 target_link_libraries(ORL_Json PRIVATE simdjson::simdjson)
 
 find_package(SQLite3 REQUIRED)
-host_library(GvsWrap gvs.cpp statement.cpp)
+host_library(GvsWrap gvs.cpp sqlite/statement.cpp)
 target_link_libraries(GvsWrap PRIVATE SQLite::SQLite3)
 host_library(MVQ db_table.cpp)
 target_link_libraries(MVQ PUBLIC GvsWrap PRIVATE SQLite::SQLite3)

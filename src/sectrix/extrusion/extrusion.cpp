@@ -1,6 +1,6 @@
 #include "sectrix/extrusion/extrusion.h"
+#include "sectrix/foundation/detail/reserve_more.h"
 #include "sectrix/foundation/json_tag.h"
-#include "sectrix/foundation/reserve_more.h"
 #include "sectrix/interfaces/dom.h"
 
 #include <utility>

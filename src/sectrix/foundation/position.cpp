@@ -1,5 +1,5 @@
 #include "sectrix/foundation/position.h"
-#include "sectrix/foundation/position_arithmetic.h"
+#include "sectrix/foundation/detail/position_arithmetic.h"
 #include "sectrix/interfaces/dom.h"
 
 namespace qel::Sectrix {

@@ -2,7 +2,7 @@
 
 #include "sectrix/foundation/export.h"
 #include "sectrix/interfaces/gvs.h"
-#include "sectrix/interfaces/statement.h"
+#include "sectrix/interfaces/sqlite/statement.h"
 
 #include <cstdint>
 #include <map>

@@ -1,5 +1,5 @@
 #include "sectrix/interfaces/gvs.h"
-#include "sectrix/interfaces/statement.h"
+#include "sectrix/interfaces/sqlite/statement.h"
 
 #include <algorithm>
 #include <new>

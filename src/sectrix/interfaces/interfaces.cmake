@@ -14,11 +14,11 @@ target_link_libraries(ORL_Json PRIVATE simdjson::simdjson)
 find_package(SQLite3 REQUIRED)
 sectrix_library(GvsWrap
     interfaces/gvs.cpp
-    interfaces/statement.cpp
+    interfaces/sqlite/statement.cpp
     HEADERS
     foundation/export.h
     interfaces/gvs.h
-    interfaces/statement.h)
+    interfaces/sqlite/statement.h)
 target_link_libraries(GvsWrap PRIVATE SQLite::SQLite3)
 sectrix_library(MVQ
     interfaces/db_table.cpp

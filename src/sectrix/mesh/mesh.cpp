@@ -1,5 +1,5 @@
 #include "sectrix/mesh/mesh.h"
-#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/foundation/detail/strict_arithmetic.h"
 
 #include <algorithm>
 #include <utility>

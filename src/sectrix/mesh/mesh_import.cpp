@@ -1,5 +1,5 @@
-#include "sectrix/foundation/position_arithmetic.h"
-#include "sectrix/foundation/reserve_more.h"
+#include "sectrix/foundation/detail/position_arithmetic.h"
+#include "sectrix/foundation/detail/reserve_more.h"
 #include "sectrix/mesh/mesh.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "sectrix/foundation/position_arithmetic.h"
+#include "sectrix/foundation/detail/position_arithmetic.h"
 #include "sectrix/mesh/mesh.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 #include "sectrix/records/acis_geometry.h"
-#include "sectrix/records/first_match.h"
+#include "sectrix/records/detail/first_match.h"
 
 #include <utility>
 

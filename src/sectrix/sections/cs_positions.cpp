@@ -1,5 +1,5 @@
 #include "sectrix/sections/cs_positions.h"
-#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/foundation/detail/strict_arithmetic.h"
 
 #include <utility>
 

@@ -1,5 +1,5 @@
 #include "sectrix/sections/loop.h"
-#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/foundation/detail/strict_arithmetic.h"
 
 #include <limits>
 

@@ -1,5 +1,5 @@
+#include "sectrix/foundation/detail/reserve_more.h"
 #include "sectrix/foundation/json_tag.h"
-#include "sectrix/foundation/reserve_more.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/sections/cross_sections.h"
 

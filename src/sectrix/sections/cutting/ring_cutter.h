@@ -1,12 +1,12 @@
 #pragma once
 
 #include "sectrix/foundation/value_types.h"
+#include "sectrix/sections/cutting/piece_frame.h"
+#include "sectrix/sections/cutting/place_set.h"
+#include "sectrix/sections/cutting/scratch.h"
+#include "sectrix/sections/cutting/turn.h"
+#include "sectrix/sections/cutting/vertex_blocks.h"
 #include "sectrix/sections/loop.h"
-#include "sectrix/sections/piece_frame.h"
-#include "sectrix/sections/place_set.h"
-#include "sectrix/sections/scratch.h"
-#include "sectrix/sections/turn.h"
-#include "sectrix/sections/vertex_blocks.h"
 
 #include <cstddef>
 #include <optional>

@@ -1,5 +1,5 @@
-#include "sectrix/sections/hole_merger.h"
-#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/sections/cutting/hole_merger.h"
+#include "sectrix/foundation/detail/strict_arithmetic.h"
 
 #include <algorithm>
 #include <cmath>

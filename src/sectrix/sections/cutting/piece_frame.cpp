@@ -1,5 +1,5 @@
-#include "sectrix/sections/piece_frame.h"
-#include "sectrix/sections/turn.h"
+#include "sectrix/sections/cutting/piece_frame.h"
+#include "sectrix/sections/cutting/turn.h"
 
 #include <cmath>
 

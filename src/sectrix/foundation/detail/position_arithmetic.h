@@ -1,7 +1,7 @@
 #pragma once
 
+#include "sectrix/foundation/detail/strict_arithmetic.h"
 #include "sectrix/foundation/position.h"
-#include "sectrix/foundation/strict_arithmetic.h"
 
 /// \file
 /// What `Position` computes, inline for the library's own loops over many positions. Not for hosts, whose compilers

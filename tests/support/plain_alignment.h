@@ -1,6 +1,6 @@
 #pragma once
 
-#include "section_text.h"
+#include "support/section_text.h"
 
 #include <set>
 #include <sstream>

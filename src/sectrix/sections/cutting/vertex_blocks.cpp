@@ -1,5 +1,5 @@
-#include "sectrix/sections/vertex_blocks.h"
-#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/sections/cutting/vertex_blocks.h"
+#include "sectrix/foundation/detail/strict_arithmetic.h"
 
 namespace qel::Sectrix {
 

@@ -1,8 +1,8 @@
-#include "sectrix/foundation/reserve_more.h"
-#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/foundation/detail/reserve_more.h"
+#include "sectrix/foundation/detail/strict_arithmetic.h"
 #include "sectrix/sections/cross_section.h"
-#include "sectrix/sections/hole_merger.h"
-#include "sectrix/sections/loop_points.h"
+#include "sectrix/sections/cutting/hole_merger.h"
+#include "sectrix/sections/cutting/loop_points.h"
 
 #include <algorithm>
 #include <limits>

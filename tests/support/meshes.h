@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sectrix/mesh/mesh.h"
-#include "shapes.h"
+#include "support/shapes.h"
 
 #include <algorithm>
 #include <assimp/mesh.h>

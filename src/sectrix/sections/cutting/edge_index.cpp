@@ -1,4 +1,4 @@
-#include "sectrix/sections/edge_index.h"
+#include "sectrix/sections/cutting/edge_index.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "sectrix/sections/lowest_bit.h"
-#include "sectrix/sections/scratch.h"
+#include "sectrix/sections/cutting/lowest_bit.h"
+#include "sectrix/sections/cutting/scratch.h"
 
 #include <cstddef>
 #include <cstdint>

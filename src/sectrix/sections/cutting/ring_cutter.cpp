@@ -1,4 +1,4 @@
-#include "sectrix/sections/ring_cutter.h"
+#include "sectrix/sections/cutting/ring_cutter.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "sectrix/foundation/strict_arithmetic.h"
+#include "sectrix/foundation/detail/strict_arithmetic.h"
 #include "sectrix/foundation/value_types.h"
 
 /// \file

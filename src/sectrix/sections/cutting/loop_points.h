@@ -1,7 +1,7 @@
 #pragma once
 
+#include "sectrix/sections/cutting/scratch.h"
 #include "sectrix/sections/loop.h"
-#include "sectrix/sections/scratch.h"
 
 #include <cstdint>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sectrix/foundation/value_types.h"
-#include "sectrix/sections/scratch.h"
+#include "sectrix/sections/cutting/scratch.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "sectrix/interfaces/statement.h"
+#include "sectrix/interfaces/sqlite/statement.h"
 
 #include <algorithm>
 #include <cwchar>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sectrix/sections/cross_sections.h"
-#include "shapes.h"
+#include "support/shapes.h"
 
 /// \file
 /// From a shape to a set of one section.

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "sectrix/foundation/value_types.h"
-#include "sectrix/sections/lowest_bit.h"
-#include "sectrix/sections/piece_frame.h"
-#include "sectrix/sections/scratch.h"
+#include "sectrix/sections/cutting/lowest_bit.h"
+#include "sectrix/sections/cutting/piece_frame.h"
+#include "sectrix/sections/cutting/scratch.h"
 
 #include <algorithm>
 #include <array>

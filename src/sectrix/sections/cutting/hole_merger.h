@@ -1,9 +1,9 @@
 #pragma once
 
 #include "sectrix/foundation/value_types.h"
-#include "sectrix/sections/edge_index.h"
+#include "sectrix/sections/cutting/edge_index.h"
+#include "sectrix/sections/cutting/scratch.h"
 #include "sectrix/sections/loop.h"
-#include "sectrix/sections/scratch.h"
 
 #include <cstddef>
 #include <vector>

@@ -1,5 +1,5 @@
-#include "sectrix/foundation/strict_arithmetic.h"
-#include "sectrix/sections/partner_search.h"
+#include "sectrix/foundation/detail/strict_arithmetic.h"
+#include "sectrix/sections/blending/partner_search.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "sectrix/sections/cross_section.h"
-#include "sectrix/sections/loop_points.h"
-#include "sectrix/sections/ring_cutter.h"
+#include "sectrix/sections/cutting/loop_points.h"
+#include "sectrix/sections/cutting/ring_cutter.h"
 
 namespace qel::Sectrix {
 

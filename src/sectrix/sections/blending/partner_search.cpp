@@ -1,4 +1,4 @@
-#include "sectrix/sections/partner_search.h"
+#include "sectrix/sections/blending/partner_search.h"
 
 #include <algorithm>
 #include <functional>
