@@ -15,7 +15,8 @@
 //   replay threads target --random count
 //
 // A path is a file or a folder; the files of a folder are taken by their names, and what lies in folders below it
-// is passed over. "all" as the target, with one path, stands for each target with the folder of its name in there.
+// is passed over, as is a path where nothing is. "all" as the target stands for each target with the folders of its
+// name in the paths.
 
 namespace {
 
@@ -31,6 +32,8 @@ void AddFile(std::vector<Case>& cases, fuzz::Target const& target, std::filesyst
 }
 
 void AddPath(std::vector<Case>& cases, fuzz::Target const& target, std::filesystem::path const& path) {
+    if (!std::filesystem::exists(path))
+        return;
     if (!std::filesystem::is_directory(path))
         return AddFile(cases, target, path);
     std::vector<std::filesystem::path> files;

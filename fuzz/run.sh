@@ -12,14 +12,17 @@ cmake --build --preset fuzz
 
 [ $# -gt 0 ] || set -- $(ls fuzz/corpus)
 mkdir -p build/fuzz-findings
+fuzz/make_seeds.py tests/data build/fuzz-seeds
 for target; do
     learned=build/fuzz-corpus/$target
     log=build/fuzz-$target.log
     mkdir -p "$learned"
+    seeds=("fuzz/corpus/$target")
+    [ ! -d build/fuzz-seeds/"$target" ] || seeds+=(build/fuzz-seeds/"$target")
     options=(-max_total_time="$seconds" -max_len=4096 -timeout=20 -rss_limit_mb=2048 -print_final_stats=1
              -artifact_prefix="build/fuzz-findings/$target-")
     case $target in section_document | extrusion) options+=(-dict=fuzz/json.dict) ;; esac
-    if ! build/fuzz/fuzz/fuzz_"$target" "${options[@]}" "$learned" "fuzz/corpus/$target" >"$log" 2>&1; then
+    if ! build/fuzz/fuzz/fuzz_"$target" "${options[@]}" "$learned" "${seeds[@]}" >"$log" 2>&1; then
         tail -n 40 "$log"
         echo "$target: a finding, see build/fuzz-findings"
         exit 1

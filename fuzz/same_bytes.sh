@@ -5,6 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 folder=build/same-bytes
 mkdir -p $folder
+fuzz/make_seeds.py tests/data $folder/seeds
 
 # One source of all sources compiles several times as fast as each on its own.
 mapfile -t sources < <(find src/sectrix -name '*.cpp' | sort)
@@ -17,7 +18,7 @@ one() {
     local compiler=$1 level=$2 program=$folder/$1$2
     "$compiler" -std=c++17 "$level" -ffp-contract=off -Isrc -Itests $folder/all.cpp -o "$program" -lsimdjson -lsqlite3 -pthread
     {
-        "$program" 1 all fuzz/corpus
+        "$program" 1 all fuzz/corpus $folder/seeds
         for target in section_document extrusion; do "$program" 1 $target examples/data; done
         for target in cutting alignment mesh; do "$program" 1 $target --random 500; done
     } | sha256sum | sed "s/-/$compiler $level/"
