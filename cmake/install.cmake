@@ -1,29 +1,44 @@
-# What `cmake --install` puts down: a runtime component with the libraries, a development component with the headers, the
-# packages for CMake and pkg-config, and the guides. Everything refers to everything else by relative paths, so an
-# installed copy may be moved.
+# What `cmake --install` puts down, each in a runtime component with the libraries and a development component with the
+# headers and the packages for CMake and pkg-config: the library with its guides, and the tools. Everything refers to
+# everything else by relative paths, so an installed copy may be moved.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-get_property(SECTRIX_LIBRARIES GLOBAL PROPERTY SECTRIX_LIBRARIES)
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ORL_Sectrix)
-install(TARGETS ${SECTRIX_LIBRARIES} EXPORT ORL_SectrixTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development
-    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
-install(EXPORT ORL_SectrixTargets NAMESPACE ORL_Sectrix:: DESTINATION ${package_dir} COMPONENT development)
-
 set(generated ${PROJECT_BINARY_DIR}/package)
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/ORL_Sectrix)
 configure_package_config_file(cmake/package/ORL_SectrixConfig.cmake.in ${generated}/ORL_SectrixConfig.cmake
     INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file(${generated}/ORL_SectrixConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${generated}/ORL_SectrixConfig.cmake ${generated}/ORL_SectrixConfigVersion.cmake
     DESTINATION ${package_dir} COMPONENT development)
 
-list(REVERSE SECTRIX_LIBRARIES) # what needs another one stands before it
-list(TRANSFORM SECTRIX_LIBRARIES PREPEND -l OUTPUT_VARIABLE SECTRIX_PC_LIBS)
-list(JOIN SECTRIX_PC_LIBS " " SECTRIX_PC_LIBS)
-file(RELATIVE_PATH SECTRIX_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig/. /.)
-configure_file(cmake/package/ORL_Sectrix.pc.in ${generated}/ORL_Sectrix.pc @ONLY)
-install(FILES ${generated}/ORL_Sectrix.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+# install_libraries(name prefix LIBRARIES target... REQUIRES name...): libraries that a host takes together, as the
+# pkg-config file `name` and the targets file `name`Targets, in the components `prefix`runtime and `prefix`development.
+# A library that needs another one stands behind it; REQUIRES names other pkg-config files.
+function(install_libraries name prefix)
+    cmake_parse_arguments(SECTRIX_PC "" "DESCRIPTION" "LIBRARIES;REQUIRES" ${ARGN})
+    install(TARGETS ${SECTRIX_PC_LIBRARIES} EXPORT ${name}Targets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${prefix}runtime NAMELINK_COMPONENT ${prefix}development
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT ${prefix}development)
+    install(EXPORT ${name}Targets NAMESPACE ORL_Sectrix:: DESTINATION ${package_dir}
+        COMPONENT ${prefix}development)
+
+    list(REVERSE SECTRIX_PC_LIBRARIES)
+    list(TRANSFORM SECTRIX_PC_LIBRARIES PREPEND -l OUTPUT_VARIABLE SECTRIX_PC_LIBS)
+    list(JOIN SECTRIX_PC_LIBS " " SECTRIX_PC_LIBS)
+    file(RELATIVE_PATH SECTRIX_PC_PREFIX /${CMAKE_INSTALL_LIBDIR}/pkgconfig/. /.)
+    configure_file(cmake/package/package.pc.in ${generated}/${name}.pc @ONLY)
+    install(FILES ${generated}/${name}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+        COMPONENT ${prefix}development)
+endfunction()
+
+get_property(libraries GLOBAL PROPERTY SECTRIX_LIBRARIES)
+list(REMOVE_ITEM libraries ORL_SectrixTools)
+install_libraries(ORL_Sectrix "" LIBRARIES ${libraries} DESCRIPTION "${PROJECT_DESCRIPTION}")
+if(ORL_SECTRIX_TOOLS)
+    install_libraries(ORL_SectrixTools tools_ LIBRARIES ORL_SectrixTools REQUIRES "ORL_Sectrix = ${PROJECT_VERSION}"
+        DESCRIPTION "Checks of section documents and of the geometry of sections")
+endif()
 
 # Not CMAKE_INSTALL_DOCDIR: as a part of a host's build that may be the host's.
 set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/ORL_Sectrix)

@@ -8,13 +8,14 @@ version=$5
 fail() { echo "FAILED: $1"; exit 1; }
 expected="no such table: main.MESHES
 $version: 2 convex loops"
+expected_of_tools="error 1"
 warnings=(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 rm -rf "$work" && mkdir -p "$work"
 
-expect_output() { # way, program
+expect_output() { # way, program, what it prints
     local output
     output=$("$2") || fail "$1: the program fails"
-    [ "$output" = "$expected" ] || fail "$1: the program prints $output"
+    [ "$output" = "$3" ] || fail "$1: the program prints $output"
 }
 
 build_host() { # way, CMake options
@@ -23,7 +24,8 @@ build_host() { # way, CMake options
         -DCMAKE_CXX_FLAGS="${warnings[*]}" "${@:2}" >"$work/$1.log" 2>&1
     ! grep -q Warning "$work/$1.log" || fail "$1: CMake warns"
     cmake --build "$work/$1" -- -j2 >>"$work/$1.log" || { cat "$work/$1.log"; fail "$1: does not build"; }
-    expect_output "$1" "$work/$1/consumer"
+    expect_output "$1" "$work/$1/consumer" "$expected"
+    [ "$1" = package ] || expect_output "$1" "$work/$1/consumer_of_tools" "$expected_of_tools"
 }
 
 # An installed copy works wherever it is moved to.
@@ -34,11 +36,15 @@ for page in README.md docs/sections.md docs/images/box-girder.svg docs/schemas/s
     [ -f "$copy/share/doc/ORL_Sectrix/$page" ] || fail "$page is not installed"
 done
 build_host package -DSECTRIX_AS=package -DCMAKE_PREFIX_PATH="$copy"
+build_host package-with-tools -DSECTRIX_AS=package -DSECTRIX_COMPONENTS=Tools -DCMAKE_PREFIX_PATH="$copy"
+cmake -S "$source/tests/consumer" -B "$work/unknown" -DSECTRIX_AS=package -DSECTRIX_COMPONENTS=Toolz \
+    -DCMAKE_PREFIX_PATH="$copy" >"$work/unknown.log" 2>&1 && fail "a component that is not there is found"
+grep -q 'There is no component Toolz' "$work/unknown.log" || fail "nothing is said of a component that is not there"
 
 echo "== Debian packages"
 cpack --config "$build/CPackConfig.cmake" -B "$work/packages" >"$work/cpack.log" 2>&1 || { cat "$work/cpack.log"; fail "cpack"; }
 for package in "$work"/packages/*.deb; do dpkg-deb -x "$package" "$work/debian"; done
-build_host debian -DSECTRIX_AS=package -DCMAKE_PREFIX_PATH="$work/debian/usr"
+build_host debian -DSECTRIX_AS=package -DSECTRIX_COMPONENTS=Tools -DCMAKE_PREFIX_PATH="$work/debian/usr"
 
 echo "== README"
 mkdir "$work/readme"
@@ -51,13 +57,16 @@ cmake --build "$work/readme/build" >/dev/null
 diff "$work/readme/printed" <(block text) || fail "the README's host does not print what stands there"
 
 echo "== pkg-config"
-PKG_CONFIG_PATH=$(dirname "$(find "$copy" -name '*.pc')")
+PKG_CONFIG_PATH=$(dirname "$(find "$copy" -name ORL_Sectrix.pc)")
 export PKG_CONFIG_PATH
-read -ra flags <<<"$(pkg-config --cflags --libs ORL_Sectrix)"
-"$CXX" -std=c++17 "${warnings[@]}" "$source/tests/consumer/main.cpp" "${flags[@]}" -o "$work/pkg_config_consumer"
-libraries=$(pkg-config --variable=libdir ORL_Sectrix)
-LD_LIBRARY_PATH=$libraries expect_output pkg-config "$work/pkg_config_consumer"
-[ "$(pkg-config --modversion ORL_Sectrix)" = "$version" ] || fail "version in the pkg-config file"
+pkg_config_host() { # package, source file, what it prints
+    read -ra flags <<<"$(pkg-config --cflags --libs "$1")"
+    "$CXX" -std=c++17 "${warnings[@]}" "$source/tests/consumer/$2" "${flags[@]}" -o "$work/$1_consumer"
+    LD_LIBRARY_PATH=$(pkg-config --variable=libdir "$1") expect_output "pkg-config $1" "$work/$1_consumer" "$3"
+    [ "$(pkg-config --modversion "$1")" = "$version" ] || fail "version in $1.pc"
+}
+pkg_config_host ORL_Sectrix main.cpp "$expected"
+pkg_config_host ORL_SectrixTools tools.cpp "$expected_of_tools"
 
 echo "== headers, each by itself"
 find "$copy/include" -name '*.h' | while read -r header; do
