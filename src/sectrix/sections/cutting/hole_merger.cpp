@@ -225,8 +225,10 @@ void HoleMerger::IndexEdge(int edge) {
     int const node = m_edgeStarts[static_cast<std::size_t>(edge)];
     auto const& a = At(node).m_point;
     auto const& b = At(NextAround(node)).m_point;
-    // A foot lies no further to the right than an end, but for some eight roundings.
-    double const reach = std::max(a[0], b[0]) + 2e-15 * (std::abs(a[0]) + std::abs(b[0]));
+    // A foot lies no further to the right than an end, but for some eight roundings. Where the product that gives it
+    // is subnormal, that is off by up to half the least double, 2.5e-324, whatever its size; the quotient, of ends at
+    // least 2e-3 apart in height, by 1.3e-321.
+    double const reach = std::max(a[0], b[0]) + 2e-15 * (std::abs(a[0]) + std::abs(b[0])) + 1e-320;
     m_index.Add({reach, edge}, std::min(a[1], b[1]) - kHeightRoom, std::max(a[1], b[1]) + kHeightRoom);
 }
 

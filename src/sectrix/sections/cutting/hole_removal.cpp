@@ -54,9 +54,9 @@ void CrossSection::RemoveHoles() const {
     });
     if (isPlain)
         MergeHoles(m_convexLoops.size());
-    else
-        while (RemoveHole()) {
-        }
+    while (m_convexLoops.size() > 1 && RemoveHole()) {
+        // Where holes are left, the last step merges nothing, but all loops remember their left-most vertices then.
+    }
 }
 
 std::size_t CrossSection::MergeHoles(std::size_t limit) const {
