@@ -58,6 +58,8 @@ TEST(Extrusion, CasesInData) {
         auto const& [kind, documents] = cases[i].objects()[0];
         EXPECT_EQ(kind == "position"   ? PrintToString(Read<Position>(documents))
                   : kind == "endPlane" ? PrintToString(Read<EndPlane>(documents))
+                  : kind == "profile"  ? PrintToString(Read<Profile>(documents))
+                  : kind == "section"  ? PrintToString(Read<ExtrudedSection>(documents))
                                        : PrintToString(Read<Extrusion>(documents)),
                   cases[i]["text"].asString("?"));
     }
@@ -82,6 +84,11 @@ static void CheckValue(T object, std::string const& emptied) {
 TEST(Extrusion, IsAValueWhoseListsTakeTheRoomTheyNeed) {
     auto const extrusion = Read<Extrusion>(sectrix_tests::FileDom("extrusion_value.json"));
     EXPECT_EQ(extrusion.Sections().capacity(), 3u);
+    Extrusion longer = extrusion;
+    Dom one;
+    one["Sections"].append() = Dom(5);
+    longer.from(one);
+    EXPECT_EQ(longer.Sections().capacity(), 4u);
     auto const& section = extrusion.Sections()[1];
     auto const& profile = section.Profiles()[0];
     CheckValue(extrusion, ":");

@@ -75,6 +75,9 @@ TEST(Mesh, ImportAppendsTrianglesUnderTheMatrix) {
     mesh.fromOBJ(&source, Matrix{matrix.m_elements.data()});
     Positions const both{At(1, 2, 3), At(0.1f, 0, -4), At(0.5, 6, 1.5), At(0.1f / 2.0, 5, -2)};
     EXPECT_TRUE(Holds(mesh, both, {0, 0, ~0u, 3, 0, ~0u, 0, 0, ~0u, 3, 0, ~0u}));
+    Mesh third = mesh;
+    third.fromOBJ(&source, Matrix{matrix.m_elements.data()});
+    EXPECT_TRUE(third.Positions().capacity() == 6 && third.Indices().capacity() == 24);
     Mesh const merged(mesh, true);
     EXPECT_EQ(merged.Transform().m_elements, matrix.m_elements);
     EXPECT_EQ(merged.Key() + merged.Name(), L"keyname");
@@ -99,8 +102,14 @@ TEST(Mesh, CopiesAndMoves) {
         return Holds(mesh, {At(1), At(1), At(2)}, {0, 1, 7}) && mesh.Key() == L"key" && mesh.Name() == L"name";
     };
     auto& self = source;
+    auto const parts = [&] {
+        return std::make_tuple(source.Positions().data(), source.Indices().data(), &source.Key()[0],
+                               &source.Name()[0]);
+    };
+    auto const before = parts();
     source = self;
     source = std::move(self);
+    EXPECT_EQ(parts(), before); // whoever refers to a part of it still does
     Mesh taken(Mesh(source, false));
     EXPECT_TRUE(isWhole(source) && isWhole(taken));
     source = std::move(taken);
@@ -121,5 +130,6 @@ TEST(Position, TransformsInOrderAndIsNearBelowTheTolerance) {
     EXPECT_TRUE(At(0).Near(At(-0.00009)) && At(0).Near(At(NAN)) && Position().Near(Position()));
     EXPECT_FALSE(At(0).Near(At(0, 0.0001)) || At(0).Near(At(0, 0.00008, 0.00007)) || At(0).Near(Position()));
     EXPECT_TRUE(At(0, -INFINITY).IsValid() && !At(0, NAN).IsValid());
+    EXPECT_FALSE(At(INFINITY).IsValid() || At(0, INFINITY).IsValid() || At(0, 0, INFINITY).IsValid());
     EXPECT_EQ(At(1, 2, 3).Distance2(At(3, -1, 9)), 49);
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <gtest/gtest.h>
 #include <set>
+#include <tuple>
 
 using namespace qel;
 using namespace qel::Sectrix;
@@ -80,25 +81,38 @@ struct LoopRow {
     char const* m_result;
 };
 
-Loop MakeLoop(CSPositions const& pool, std::initializer_list<int> indices) {
+/// The loop that `LoopText` writes so.
+Loop MakeLoop(CSPositions const& pool, std::string const& text) {
     Loop loop(pool, false);
-    for (int index : indices)
-        loop.AddVertex(index, true);
+    std::istringstream vertices(text);
+    for (std::string vertex; vertices >> vertex;)
+        loop.AddVertex(std::stoi(vertex), vertex.back() != '\'');
     return loop;
 }
 
-void RunRows(std::vector<LoopRow> const& rows, std::initializer_list<int> indices) {
+/// Appends what stands in a document; a hole goes in front, the other way round.
+void Read(Loop& loop, char const* text, bool exterior) {
+    Dom dom;
+    EXPECT_TRUE(DomReaderJson::FromString(dom, text, nullptr));
+    EXPECT_EQ(loop.From(dom, exterior), loop.Vertices().size() > 2);
+}
+
+void RunRows(std::vector<LoopRow> const& rows, std::string const& start) {
     CSPositions pool;
     for (int i = 0; i < 13; ++i)
         pool.AddPosition({13.0 - i, 0.0});
-    auto const other = MakeLoop(pool, {10, 11, 12});
+    auto const other = MakeLoop(pool, "10 11 12");
+    auto const mirror = [&pool] { pool.Transform({-1, 0, 0, 0, 1, 0, 0, 0, 1}); };
     for (auto const& row : rows) {
-        auto loop = MakeLoop(pool, indices);
-        loop.LeftMostVertex();
+        auto loop = MakeLoop(pool, start);
+        int const leftMost = loop.LeftMostVertex();
+        mirror(); // now it is the right-most one, which shows once the loop has changed
         row.m_edit(loop, other);
         EXPECT_EQ(LoopText(loop), row.m_result) << row.m_operation;
         Loop fresh(loop, pool);
-        EXPECT_EQ(loop.LeftMostVertex(), fresh.LeftMostVertex()) << row.m_operation;
+        EXPECT_EQ(loop.LeftMostVertex(), LoopText(loop) == start ? leftMost : fresh.LeftMostVertex())
+            << row.m_operation;
+        mirror();
     }
 }
 
@@ -115,19 +129,25 @@ TEST(Loops, Edit) {
              {"append", [](Loop& l, Loop const&) { l.InsertVertex(7, 4), l.InsertVertex(8, -1); }, "0 1 2 3 7 8"},
              {"remove", [](Loop& l, Loop const&) { l.RemoveVertex(3), l.RemoveVertex(3), l.RemoveVertex(-1); },
               "0 1 2"},
+             {"read", [](Loop& l, Loop const&) { Read(l, "[5, 13, 6]", true); }, "0 1 2 3 5 6"},
+             {"read a hole", [](Loop& l, Loop const&) { Read(l, "[5, 6]", false); }, "6 5 0 1 2 3"},
+             {"read nothing", [](Loop& l, Loop const&) { Read(l, "[13, -1]", true); }, "0 1 2 3"},
              {"assign", [](Loop& l, Loop const& o) { l = o, l = *&l; }, "10 11 12"}},
-            {0, 1, 2, 3});
+            "0 1 2 3");
     RunRows({{"whole", [](Loop& l, Loop const& o) { l.Add(o, -1, 1, -1); }, "11 12 10"},
              {"wrapping", [](Loop& l, Loop const& o) { l.Add(o, -1, 2, 0); }, "12' 10"},
              {"forward", [](Loop& l, Loop const& o) { l.Add(o, -1, 0, 1); }, "10' 11"},
              {"bad", [](Loop& l, Loop const& o) { l.Add(o, -1, 3, 1), l.Cut(0, 0); }, ""}},
-            {});
+            "");
     RunRows({{"forward", [](Loop& l, Loop const&) { l.Cut(1, 3); }, "0 1 3' 4"},
              {"neighbours", [](Loop& l, Loop const&) { l.Cut(1, 2); }, "0 1 2' 3 4"},
              {"backward", [](Loop& l, Loop const&) { l.Cut(3, 1); }, "1' 2 3"},
              {"to one", [](Loop& l, Loop const&) { l.Cut(2, 2); }, "2'"},
              {"bad", [](Loop& l, Loop const&) { l.Cut(-1, 2), l.Cut(0, 5); }, "0 1 2 3 4"}},
-            {0, 1, 2, 3, 4});
+            "0 1 2 3 4");
+    RunRows({{"cut again", [](Loop& l, Loop const&) { l.Cut(1, 2), l.Cut(3, 0); }, "0' 1 2' 0"},
+             {"close", [](Loop& l, Loop const&) { Read(l, "[]", false); }, "0' 1 2'"}},
+            "0' 1 2' 0");
 }
 
 TEST(Loops, LookPastIndicesThatAreNotInThePool) {
@@ -136,7 +156,7 @@ TEST(Loops, LookPastIndicesThatAreNotInThePool) {
     pool.AddPosition({1, 5});
     pool.AddPosition("A", {1, 7});
     pool.AddPosition({3, -1});
-    auto loop = MakeLoop(pool, {-1, 0, 4, 1, 2, 0});
+    auto loop = MakeLoop(pool, "-1 0 4 1 2 0");
     EXPECT_EQ(loop.LeftMostVertex(), 3);
     EXPECT_EQ(loop.GetNamedPositionCount(), 3u);
     EXPECT_EQ(loop.NamedPositionIndex("A"), 1);
@@ -145,7 +165,7 @@ TEST(Loops, LookPastIndicesThatAreNotInThePool) {
     auto const box = loop.BBox();
     EXPECT_EQ(std::vector<double>({box.m_min[0], box.m_min[1], box.m_max[0], box.m_max[1]}),
               std::vector<double>({1, 0, 2, 7}));
-    EXPECT_TRUE(MakeLoop(pool, {-1, 4}).BBox().IsEmpty());
+    EXPECT_TRUE(MakeLoop(pool, "-1 4").BBox().IsEmpty());
     EXPECT_EQ(Loop().LeftMostVertex(), -1);
     EXPECT_EQ(LoopText(Loop(pool, true)), "0 1 2 3");
     EXPECT_TRUE(Vertex(3, true) != Vertex(3, false) && Vertex(3, true) == Vertex(3, true));
@@ -182,6 +202,30 @@ TEST(Positions, MoveAwayAndGrowFromWithin) {
     EXPECT_EQ(pool.AddPosition("C", {}), 0);
     for (int i = 1; i < 9; ++i) // the name stands in the list that grows
         EXPECT_EQ(pool.AddPosition(pool.GetPosition(std::uint64_t{0}, found).Name(), {}), i);
+}
+
+TEST(Positions, AssignedToThemselvesStayWhereTheyAre) {
+    CSPositions pool;
+    pool.AddPosition("A", {1, 1});
+    bool found = false;
+    auto const* const position = &pool.GetPosition("A", found);
+    auto& self = pool;
+    pool = self;
+    pool.SetPositions(self);
+    pool = std::move(self);
+    EXPECT_EQ(&pool.GetPosition("A", found), position);
+
+    CrossSections set;
+    set.From(CaseDocument("sections/reading.json", "a deck with names, a closed loop, a hole and a parameter"));
+    auto const parts = [&set, &found] {
+        return std::make_tuple(set.Items().data(), &set.Positions().GetPosition(std::uint64_t{7}, found),
+                               &set.Items()[0].InteriorLoops()[0].Vertices()[3], &set.Parameters().at("Width"));
+    };
+    auto const before = parts();
+    auto& same = set;
+    set = same;
+    set = std::move(same);
+    EXPECT_EQ(parts(), before);
 }
 
 TEST(Positions, TransformDividesByTheThirdComponent) {

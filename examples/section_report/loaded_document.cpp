@@ -55,7 +55,7 @@ LoadedDocument Load(Request const& request) {
         parameters{"parameters"};
     CountGiven(dom, positions, sections, loops, vertices);
     CountKept(document.m_set, positions, sections, loops, vertices);
-    parameters.m_given = dom["Params"].size();
+    parameters.m_given = dom["Params"].size() + dom["Params"].objects().size();
     parameters.m_kept = document.m_set.Parameters().size();
     // Without a list of sections the one section is made of the whole pool, and nothing of it stands in the
     // document.

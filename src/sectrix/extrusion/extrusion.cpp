@@ -1,5 +1,4 @@
 #include "sectrix/extrusion/extrusion.h"
-#include "sectrix/foundation/detail/reserve_more.h"
 #include "sectrix/foundation/json_tag.h"
 #include "sectrix/interfaces/dom.h"
 
@@ -14,7 +13,7 @@ void ReadList(Dom const& dom, char const* key, std::vector<Element>& list) {
     if (!dom.has(key) || !dom[key].isArray())
         return;
     Dom const& elements = dom[key];
-    ReserveMore(list, elements.size());
+    list.reserve(list.size() + elements.size());
     for (std::uint64_t i = 0; i < elements.size(); ++i)
         list.emplace_back().from(elements[i]);
 }

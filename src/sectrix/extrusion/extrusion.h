@@ -14,7 +14,8 @@
 /// was. What has the wrong kind adds nothing to a list and leaves "Start" as it was, but makes "Exterior" false,
 /// "assemblyPartName" empty and "Skew" 0; origins, normals and points are read as `Position::from` says. A list is
 /// added to, never emptied first, and each of its document's elements adds one of its own, of whatever kind. Each
-/// list is sized once; the cost is that of the document. When memory runs out what was read stays. Copies are deep.
+/// list gets room for exactly what is added; the cost is that of the document, and of moving what was there before.
+/// When memory runs out what was read stays. Copies are deep.
 
 namespace qel {
 

@@ -27,17 +27,17 @@ double Position::Distance2(Position const& other) const {
 }
 
 bool Position::from(Dom const& dom) {
-    auto const size = dom.size();
-    m_x = size >= 1 ? dom[0].asDouble(0.0) : kNotGiven;
-    m_y = size >= 2 ? dom[1].asDouble(0.0) : kNotGiven;
-    m_z = size >= 3 ? dom[2].asDouble(0.0) : kNotGiven;
+    auto const size = dom.isArray() ? dom.size() : 0;
+    auto const read = [&](std::uint64_t place) { return place < size ? dom[place].asDouble(0.0) : kNotGiven; };
+    m_x = read(0);
+    m_y = read(1);
+    m_z = read(2);
     return true;
 }
 
 void Position::to(Dom& dom) const {
-    dom.append() = m_x;
-    dom.append() = m_y;
-    dom.append() = m_z;
+    for (double const coordinate : {m_x, m_y, m_z})
+        dom.append() = Dom(coordinate);
 }
 
 } // namespace qel::Sectrix

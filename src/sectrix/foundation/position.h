@@ -58,7 +58,7 @@ public:
     /// Takes x, y and z from the elements of `dom`, and returns true whatever `dom` is.
     ///
     /// A coordinate without an element becomes +infinity, one whose element is no number 0; further elements are
-    /// passed over.
+    /// passed over. What is no array, an object among them, gives the invalid position.
     bool from(Dom const& dom);
     /// Appends x, y and z to `dom`, an array or a fresh node; valid or not.
     void to(Dom& dom) const;

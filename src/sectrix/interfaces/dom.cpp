@@ -36,10 +36,10 @@ Dom::Dom(Dom const& other) {
     // before its children are listed, so the addresses of these stay good.
     std::vector<std::pair<Dom const*, Dom*>> open{{&other, this}};
     auto const copy = [&open](Dom const& source, Dom& target) {
-        if (source.size() > 0)
-            open.emplace_back(&source, &target);
-        else
+        if (source.IsChildless())
             target.m_value = source.m_value;
+        else
+            open.emplace_back(&source, &target);
     };
     while (!open.empty()) {
         auto const [source, target] = open.back();
@@ -148,18 +148,12 @@ Dom const& Dom::operator[](char const* key) const noexcept {
 }
 
 Dom const& Dom::At(std::uint64_t index) const noexcept {
-    if (index >= size())
-        return SharedFreshNode();
-    if (auto const* elements = std::get_if<Elements>(&m_value))
-        return (*elements)[index];
-    return objects()[index].second;
+    return index < size() ? std::get<Elements>(m_value)[index] : SharedFreshNode();
 }
 
 std::uint64_t Dom::size() const noexcept {
-    if (auto const* elements = std::get_if<Elements>(&m_value))
-        return elements->size();
-    auto const* members = std::get_if<Members>(&m_value);
-    return members ? members->size() : 0;
+    auto const* elements = std::get_if<Elements>(&m_value);
+    return elements ? elements->size() : 0;
 }
 
 bool Dom::isArray() const noexcept {

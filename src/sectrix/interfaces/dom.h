@@ -62,18 +62,18 @@ public:
     bool has(char const* key) const noexcept;
     /// The value of the last member with this key, else the shared fresh node. Costs a walk of the members.
     Dom const& operator[](char const* key) const noexcept;
-    /// The element of an array, or the value of the member at this place of an object, counted from 0; else the
-    /// shared fresh node. A template over the integers, so that a literal 0 is an index and not a null key.
-    template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+    /// The element of an array, counted from 0; else the shared fresh node. Takes what converts to 64 bits without
+    /// a sign by itself, as an argument of that type would; but a template, so that a literal 0 is no null key.
+    template <class Index, std::enable_if_t<std::is_convertible_v<Index, std::uint64_t>, int> = 0>
     Dom const& operator[](Index index) const noexcept {
         return At(static_cast<std::uint64_t>(index));
     }
     /// The same on a node that may be changed; the element still may not.
-    template <class Index, std::enable_if_t<std::is_integral_v<Index>, int> = 0>
+    template <class Index, std::enable_if_t<std::is_convertible_v<Index, std::uint64_t>, int> = 0>
     Dom const& operator[](Index index) noexcept {
         return At(static_cast<std::uint64_t>(index));
     }
-    /// The number of elements of an array or of members of an object; 0 for every other node.
+    /// The number of elements of an array; 0 for every other node, objects included: `objects` has their members.
     std::uint64_t size() const noexcept;
 
     /// True for an array.

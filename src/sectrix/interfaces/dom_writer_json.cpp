@@ -61,9 +61,18 @@ void AppendLeaf(std::string& text, Dom const& node) {
         text += "null";
 }
 
+/// The number of elements or members.
+std::uint64_t CountChildren(Dom const& node) {
+    return node.isObject() ? node.objects().size() : node.size();
+}
+
+Dom const& Child(Dom const& node, std::uint64_t place) {
+    return node.isObject() ? node.objects()[place].second : node[place];
+}
+
 bool HasDeepChild(Dom const& node) {
-    for (std::uint64_t i = 0; i < node.size(); ++i)
-        if (node[i].size() > 0)
+    for (std::uint64_t i = 0; i < CountChildren(node); ++i)
+        if (CountChildren(Child(node, i)) > 0)
             return true;
     return false;
 }
@@ -89,7 +98,7 @@ std::string DomWriterJson::ToString(Dom const& dom) {
     // From the root to the container being written. No recursion, whatever the depth.
     std::vector<OpenContainer> open;
     auto const begin = [&](Dom const& node) {
-        if (node.size() == 0) {
+        if (CountChildren(node) == 0) {
             AppendLeaf(text, node);
         } else {
             text += node.isArray() ? '[' : '{';
@@ -99,7 +108,7 @@ std::string DomWriterJson::ToString(Dom const& dom) {
     begin(dom);
     while (!open.empty()) {
         auto& [node, onOneLine, next] = open.back();
-        bool const done = next == node->size();
+        bool const done = next == CountChildren(*node);
         if (!onOneLine)
             AppendLineBreak(text, next > 0 && !done, open.size() - done);
         else if (next > 0 && !done)
@@ -113,7 +122,7 @@ std::string DomWriterJson::ToString(Dom const& dom) {
             AppendString(text, node->objects()[next].first);
             text += ": ";
         }
-        begin((*node)[next++]);
+        begin(Child(*node, next++));
     }
     return text;
 }

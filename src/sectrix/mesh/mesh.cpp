@@ -14,7 +14,9 @@ Mesh::Mesh(Mesh&& other) noexcept
       m_transform(other.m_transform) {}
 
 Mesh& Mesh::operator=(Mesh const& other) {
-    return *this = Mesh(other);
+    if (this != &other)
+        *this = Mesh(other);
+    return *this;
 }
 
 Mesh& Mesh::operator=(Mesh&& other) noexcept {

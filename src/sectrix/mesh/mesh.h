@@ -39,7 +39,7 @@ public:
     Mesh(Mesh const& other, bool merge);
     /// Takes texts and lists over and leaves `other` with none; `other` keeps its transform.
     Mesh(Mesh&& other) noexcept;
-    /// When memory runs out the mesh keeps what it had.
+    /// When memory runs out the mesh keeps what it had. Assigned to itself it is not touched.
     Mesh& operator=(Mesh const& other);
     /// Takes texts and lists over and leaves `other` with none; `other` keeps its transform.
     Mesh& operator=(Mesh&& other) noexcept;
@@ -65,8 +65,12 @@ public:
     /// and makes `matrix` the mesh's transform.
     ///
     /// Faces that are not triangles are passed over. Corners keep the values that they have in `mesh`, so those of
-    /// a second import refer to the positions of the first. Costs one pass. When memory runs out what was appended
-    /// stays, and so does the old transform.
+    /// a second import refer to the positions of the first. When memory runs out what was appended stays, and so
+    /// does the old transform.
+    ///
+    /// Costs one pass, with room for exactly what is appended, a triangle for every face. A mesh that has content
+    /// already is moved to the new room as a whole: many small imports into one mesh cost the square of their
+    /// number.
     ///
     /// \param mesh  not null; its vertices and faces are read, nothing else.
     void fromOBJ(aiMesh const* mesh, Matrix const& matrix);

@@ -1,5 +1,4 @@
 #include "sectrix/foundation/detail/position_arithmetic.h"
-#include "sectrix/foundation/detail/reserve_more.h"
 #include "sectrix/mesh/mesh.h"
 
 #include <algorithm>
@@ -12,13 +11,13 @@ void Mesh::fromOBJ(aiMesh const* mesh, Matrix const& matrix) {
     Mat<4, double> transform;
     std::copy_n(matrix.m_elements, transform.m_elements.size(), transform.m_elements.begin());
 
-    ReserveMore(m_positions, mesh->mNumVertices);
+    m_positions.reserve(m_positions.size() + mesh->mNumVertices);
     for (unsigned i = 0; i < mesh->mNumVertices; ++i) {
         aiVector3D const& vertex = mesh->mVertices[i];
         m_positions.push_back(Transformed(vertex.x, vertex.y, vertex.z, transform.m_elements.data()));
     }
 
-    ReserveMore(m_indices, std::size_t{3} * mesh->mNumFaces);
+    m_indices.reserve(m_indices.size() + std::size_t{3} * mesh->mNumFaces);
     for (unsigned i = 0; i < mesh->mNumFaces; ++i) {
         aiFace const& face = mesh->mFaces[i];
         if (face.mNumIndices == 3)

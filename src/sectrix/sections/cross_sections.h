@@ -50,7 +50,7 @@ public:
     CrossSections(CrossSections&& other) noexcept;
     /// Copies pool, scale, box and parameters, and assigns the list of sections: where the target has room for all
     /// of them, each section that it has already keeps its name and its list of added vertices and takes only the
-    /// loops.
+    /// loops. Assigned to itself a set is not touched.
     CrossSections& operator=(CrossSections const& other);
     /// Drops what the target held and takes over as the move constructor does.
     CrossSections& operator=(CrossSections&& other) noexcept;

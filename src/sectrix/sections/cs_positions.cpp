@@ -24,7 +24,9 @@ CSPositions::CSPositions(CSPositions&& other) noexcept
       m_isIndexExact(std::exchange(other.m_isIndexExact, true)) {}
 
 CSPositions& CSPositions::operator=(CSPositions const& other) {
-    return *this = CSPositions(other);
+    if (this != &other)
+        *this = CSPositions(other);
+    return *this;
 }
 
 CSPositions& CSPositions::operator=(CSPositions&& other) noexcept {

@@ -58,7 +58,8 @@ public:
     CSPositions(CSPositions const& other) = default;
     /// Takes all over and leaves `other` an empty pool, ready for use.
     CSPositions(CSPositions&& other) noexcept;
-    /// Copies list and name index. When memory runs out the pool keeps what it had.
+    /// Copies list and name index. When memory runs out the pool keeps what it had. Assigned to itself it is not
+    /// touched.
     CSPositions& operator=(CSPositions const& other);
     /// Takes all over and leaves `other` an empty pool, ready for use.
     CSPositions& operator=(CSPositions&& other) noexcept;

@@ -72,16 +72,18 @@ void Loop::Add(Loop const& other, int place, int from, int to) {
 void Loop::Cut(int first, int last) {
     if (!HasPlace(first) || !HasPlace(last))
         return;
+    auto const count = m_vertices.size();
     auto const begin = m_vertices.begin();
+    auto arrival = begin;
     if (last > first) {
-        auto const arrival = m_vertices.erase(begin + first + 1, begin + last);
-        arrival->SetExterior(false);
+        arrival = m_vertices.erase(begin + first + 1, begin + last);
     } else {
         m_vertices.erase(begin + first + 1, m_vertices.end());
-        m_vertices.erase(begin, begin + last);
-        m_vertices.front().SetExterior(false);
+        arrival = m_vertices.erase(begin, begin + last);
     }
-    Touch();
+    if (m_vertices.size() < count || arrival->Exterior())
+        Touch();
+    arrival->SetExterior(false);
 }
 
 int Loop::LeftMostVertex() {

@@ -10,6 +10,10 @@ namespace qel::Sectrix {
 
 namespace {
 
+// The elements of a pair. Of this type, so that a literal 0 is no null key to a document tree of whatever make.
+constexpr std::uint64_t kFirst = 0;
+constexpr std::uint64_t kSecond = 1;
+
 // Reading passes over what it cannot use: the first of the two numbers is x, the second y, and what is no number is
 // 0.
 
@@ -18,7 +22,7 @@ bool HasCoordinates(Dom const& node) {
 }
 
 Vec<2, double> ReadCoordinates(Dom const& node) {
-    return {node[0].asDouble(0.0), node[1].asDouble(0.0)};
+    return {node[kFirst].asDouble(0.0), node[kSecond].asDouble(0.0)};
 }
 
 /// What the stream gives of `length` bytes.
@@ -45,11 +49,24 @@ void ReadPositions(Dom const& nodes, CSPositions& pool) {
         if (node.isArray()) {
             if (HasCoordinates(node))
                 pool.AddPosition(ReadCoordinates(node));
-        } else if (auto const& coordinates = node[JsonTag::kCSCoordinatesTag]; HasCoordinates(coordinates)) {
-            auto const name = node[JsonTag::kCSCoordNameTag].asString({});
-            pool.AddPosition(name.c_str(), ReadCoordinates(coordinates)); // the name ends at its first zero byte
+        } else if (node.has(JsonTag::kCSCoordinatesTag) && HasCoordinates(node[JsonTag::kCSCoordinatesTag])) {
+            bool const isNamed = node.has(JsonTag::kCSCoordNameTag);
+            auto const name = isNamed ? node[JsonTag::kCSCoordNameTag].asString({}) : std::string();
+            auto const point = ReadCoordinates(node[JsonTag::kCSCoordinatesTag]);
+            pool.AddPosition(name.c_str(), point); // the name ends at its first zero byte
         }
     }
+}
+
+void ReadSections(Dom const& nodes, CSPositions& pool, std::vector<CrossSection>& sections) {
+    // Growing would copy every section. What has no loops gives none, and may be many.
+    std::size_t count = 0;
+    for (std::uint64_t i = 0; i < nodes.size(); ++i)
+        count += nodes[i].size() > 0 || nodes[i].has(JsonTag::kCSLoopsTag);
+    ReserveMore(sections, count);
+    for (std::uint64_t i = 0; i < nodes.size(); ++i)
+        if (!sections.emplace_back(pool, false).From(nodes[i]))
+            sections.pop_back();
 }
 
 } // namespace
@@ -68,29 +85,23 @@ void CrossSections::From(std::istream& stream) {
 void CrossSections::From(Dom const& dom) {
     auto const& outlines = dom[dom.has(JsonTag::kOutlinesTag) ? JsonTag::kOutlinesTag : JsonTag::kOutlinesLCTag];
     if (outlines.size() > 0)
-        ReadPositions(outlines[0], m_positions);
+        ReadPositions(outlines[kFirst], m_positions);
     if (outlines.size() == 1)
         m_items.emplace_back(m_positions, true);
-    auto const& sections = outlines[1];
-    // Growing would copy every section. What has no child gives none, and may be many.
-    std::size_t count = 0;
-    for (std::uint64_t i = 0; i < sections.size(); ++i)
-        count += sections[i].size() > 0;
-    ReserveMore(m_items, count);
-    for (std::uint64_t i = 0; i < sections.size(); ++i)
-        if (!m_items.emplace_back(m_positions, false).From(sections[i]))
-            m_items.pop_back();
+    else if (outlines.size() > 1)
+        ReadSections(outlines[kSecond], m_positions, m_items);
     ConvertPositions(m_scale);
 
     m_parameters.clear();
-    for (auto const& [name, value] : dom[JsonTag::kParamsTag].objects())
-        m_parameters[name] = value.asDouble(0.0);
+    if (dom.has(JsonTag::kParamsTag) && dom[JsonTag::kParamsTag].isObject())
+        for (auto const& [name, value] : dom[JsonTag::kParamsTag].objects())
+            m_parameters[name] = value.asDouble(0.0);
 }
 
 bool CrossSection::From(Dom const& dom) {
     if (dom.has(JsonTag::kCSAssemblyPartNameTag))
         m_assemblyPartName = dom[JsonTag::kCSAssemblyPartNameTag].asString({});
-    auto const& loops = dom.isObject() ? dom[JsonTag::kCSLoopsTag] : dom;
+    auto const& loops = dom.has(JsonTag::kCSLoopsTag) ? dom[JsonTag::kCSLoopsTag] : dom;
     if (!loops.isArray() || loops.size() == 0)
         return false;
 
@@ -99,10 +110,10 @@ bool CrossSection::From(Dom const& dom) {
         auto const& pair = loops[i];
         if (pair.size() < 2)
             continue;
-        bool const exterior = pair[1].asBool(false);
+        bool const exterior = pair[kSecond].asBool(false);
         exteriorCount += exterior;
         auto& loop = exterior ? m_exteriorLoop : AddInteriorLoop();
-        if (!loop.From(pair[0], exterior))
+        if (!loop.From(pair[kFirst], exterior))
             return false;
     }
     return exteriorCount == 1;
@@ -119,12 +130,14 @@ bool Loop::From(Dom const& dom, bool exterior) {
     if (!exterior)
         std::reverse(read.begin(), read.end());
     m_vertices.insert(exterior ? m_vertices.end() : m_vertices.begin(), read.begin(), read.end());
-    Touch();
 
     if (m_vertices.empty())
         return false;
-    if (m_vertices.front().Index() == m_vertices.back().Index())
+    bool const isClosed = m_vertices.front().Index() == m_vertices.back().Index();
+    if (isClosed)
         m_vertices.pop_back();
+    if (isClosed || !read.empty())
+        Touch();
     return m_vertices.size() > 2;
 }
 
