@@ -210,10 +210,12 @@ TEST(Positions, AssignedToThemselvesStayWhereTheyAre) {
     bool found = false;
     auto const* const position = &pool.GetPosition("A", found);
     auto& self = pool;
-    pool = self;
-    pool.SetPositions(self);
-    pool = std::move(self);
-    EXPECT_EQ(&pool.GetPosition("A", found), position);
+    for (auto *const assign :
+         {+[](CSPositions&a, CSPositions&b) { a = b; }, +[](CSPositions&a, CSPositions&b) { a.SetPositions(b); },
+          +[](CSPositions&a, CSPositions&b) { a = std::move(b); }}) {
+        assign(pool, self);
+        EXPECT_EQ(&pool.GetPosition("A", found), position);
+    }
 
     CrossSections set;
     set.From(CaseDocument("sections/reading.json", "a deck with names, a closed loop, a hole and a parameter"));

@@ -34,8 +34,6 @@ CrossSections::CrossSections(CrossSections&& other) noexcept
 }
 
 CrossSections& CrossSections::operator=(CrossSections const& other) {
-    if (this == &other)
-        return *this;
     m_parameters = other.m_parameters;
     m_positions = other.m_positions;
     try {
