@@ -50,7 +50,6 @@ inline constexpr Code kCodes[] = {
     {"unknown-key", Severity::Error, Effect::Drops},
     {"key-repeated", Severity::Error, Effect::Drops},
     {"no-list", Severity::Error, Effect::Drops},
-    {"object-for-list", Severity::Error, Effect::Alters},
     {"element-not-read", Severity::Error, Effect::Drops},
     {"no-number", Severity::Error, Effect::Alters},
     {"no-text", Severity::Error, Effect::Alters},

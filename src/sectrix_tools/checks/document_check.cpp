@@ -45,7 +45,7 @@ void CheckParameters(DocumentWalk& walk, Dom const& parameters) {
     std::unordered_map<std::string_view, Dom const*> last;
     for (auto const& [name, value] : parameters.objects())
         last[name] = &value;
-    walk.Children(parameters, [&](Dom const& value) {
+    walk.AllMembers(parameters, [&](Dom const& value) {
         if (last[*walk.LastStep().m_key] != &value)
             walk.ReportRepeatedKey();
         else

@@ -19,12 +19,13 @@ constexpr std::array kPlaneKeys{JsonTag::kStartTag, JsonTag::kOriginTag, JsonTag
 
 /// A point has what it lacks from infinity, and so is no valid position.
 void CheckPoint(DocumentWalk& walk, Dom const& point) {
-    bool const isList = point.isArray() || point.isObject();
-    if (!isList || point.size() < 3)
-        walk.Report("point-incomplete",
-                    walk.Words(point) +
-                        (isList ? " has fewer than three numbers" : " stands where x, y and z are expected") +
-                        "; what is missing is read as infinity");
+    if (!point.isArray() || point.size() < 3)
+        walk.Report("point-incomplete", walk.Words(point) +
+                                            (point.isArray() ? " has fewer than three numbers"
+                                                             : " stands where x, y and z are expected") +
+                                            "; what is missing is read as infinity");
+    if (!point.isArray())
+        return;
     walk.Elements(point, [&](std::uint64_t place, Dom const& coordinate) {
         if (place < 3)
             walk.CheckNumber(coordinate, "the coordinate");
@@ -35,17 +36,14 @@ void CheckPoint(DocumentWalk& walk, Dom const& point) {
     });
 }
 
-/// The list under a key of `owner`, which the walk stands on; `visit` takes each element. Other than everywhere
-/// else, an object is not read like a list.
+/// The list that the walk stands on; `visit` takes each element.
 template <class Visit>
 void CheckListOf(DocumentWalk& walk, Dom const& list, std::string const& what, Visit visit) {
-    if (!list.isArray())
-        walk.Report("no-list",
-                    walk.Words(list) + " stands where a list of " + what + " is expected; it is not read");
-    else if (list.size() == 0)
+    if (!walk.CheckList(list, what.c_str()))
+        return;
+    if (list.size() == 0)
         walk.Report("nothing-in-it", "there are no " + what);
-    else
-        walk.Elements(list, [&](std::uint64_t, Dom const& element) { visit(element); });
+    walk.Elements(list, [&](std::uint64_t, Dom const& element) { visit(element); });
 }
 
 /// True for an object; an element of another kind is read as one without content, that of an object without

@@ -105,15 +105,12 @@ void DocumentWalk::PassValue() {
     } while (depth > 0);
 }
 
-void DocumentWalk::BeginChild(bool isMember) {
+void DocumentWalk::PassKey() {
     PassSpace();
-    if (!isMember)
-        return;
     m_keyAt = m_at;
     PassString();
     PassSpace();
     ++m_at; // the colon
-    PassSpace();
 }
 
 std::string DocumentWalk::Pointer() const {
@@ -141,9 +138,9 @@ std::string DocumentWalk::Words(Dom const& node) const {
     if (node.isArray())
         return node.size() == 0 ? "an empty list" : "a list";
     if (node.isObject())
-        return node.size() == 0 ? "an empty object" : "an object";
+        return node.objects().empty() ? "an empty object" : "an object";
     auto end = std::min(m_text.find_first_of(",]} \t\r\n", m_at), m_text.size());
-    if (node.isString()) {
+    if (IsString()) {
         for (end = m_at + 1; m_text[end] != '"'; ++end)
             end += m_text[end] == '\\';
         ++end;
@@ -152,21 +149,20 @@ std::string DocumentWalk::Words(Dom const& node) const {
 }
 
 bool DocumentWalk::CheckList(Dom const& node, char const* what) {
-    bool const isList = node.isArray() || node.isObject();
-    if (!isList)
-        Report("no-list", Words(node) + " stands where a list of " + what + " is expected");
-    return isList;
+    if (!node.isArray())
+        Report("no-list", Words(node) + " stands where a list of " + what + " is expected; it is not read");
+    return node.isArray();
 }
 
 void DocumentWalk::CheckNumber(Dom const& node, char const* what) {
-    if (!node.isInt() && !node.isDouble())
+    if (!IsNumber())
         Report("no-number", std::string(what) + ' ' + Words(node) + " is no number; it is read as 0");
 }
 
 bool DocumentWalk::CheckText(Dom const& node, char const* what) {
-    if (!node.isString())
+    if (!IsString())
         Report("no-text", std::string(what) + ' ' + Words(node) + " is no text; it is read as an empty one");
-    return node.isString();
+    return IsString();
 }
 
 void DocumentWalk::CheckBoolean(Dom const& node, char const* what, char const* readAs) {

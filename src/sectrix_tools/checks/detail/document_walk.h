@@ -43,7 +43,7 @@ public:
         std::array<Dom const*, N> read;
         for (std::size_t i = 0; i < N; ++i)
             read[i] = &node[keys[i]];
-        Children(node, [&](Dom const& child) {
+        AllMembers(node, [&](Dom const& child) {
             auto const& key = *m_path.back().m_key;
             for (std::size_t i = 0; i < N; ++i)
                 if (key == keys[i])
@@ -52,50 +52,48 @@ public:
         });
     }
 
-    /// Calls `visit(place, value)` for each element of an array or value of an object, which is read like an array
-    /// and reported. The walk stands on `node`, and then behind it. Another kind has no elements.
+    /// Calls `visit(value)` for each member of an object, equal keys included. The walk stands on `node`, and then
+    /// behind it.
     template <class Visit>
-    void Elements(Dom const& node, Visit visit) {
-        if (node.isObject())
-            Report("object-for-list",
-                   "an object stands where a list is expected; its values are read in their order");
-        std::uint64_t place = 0;
-        Children(node, [&](Dom const& child) { visit(place++, child); });
+    void AllMembers(Dom const& node, Visit visit) {
+        auto const& members = node.objects();
+        Enter();
+        for (auto const& [key, value] : members) {
+            m_path.push_back({&key, 0});
+            PassKey();
+            VisitChild(value, visit);
+        }
+        Leave(members.empty());
     }
 
-    /// Calls `visit(value)` for each child. The walk stands on `node`, and then behind it.
+    /// Calls `visit(place, value)` for each element of an array. The walk stands on `node`, and then behind it.
     template <class Visit>
-    void Children(Dom const& node, Visit visit) {
-        if (!node.isArray() && !node.isObject())
-            return;
-        ++m_at; // the bracket
-        for (std::uint64_t place = 0; place < node.size(); ++place) {
-            m_path.push_back(node.isObject() ? Step{&node.objects()[place].first, 0} : Step{nullptr, place});
-            BeginChild(node.isObject());
-            auto const start = m_at;
-            visit(node[place]);
-            if (m_at == start) // not entered
-                PassValue();
-            m_path.pop_back();
-            PassSpace();
-            ++m_at; // the comma or the bracket
+    void Elements(Dom const& node, Visit visit) {
+        auto const count = node.size();
+        Enter();
+        for (std::uint64_t place = 0; place < count; ++place) {
+            m_path.push_back({nullptr, place});
+            VisitChild(node[place], [&](Dom const& element) { visit(place, element); });
         }
-        if (node.size() == 0) {
-            PassSpace();
-            ++m_at;
-        }
+        Leave(count == 0);
     }
 
     // Kinds of the value that the walk stands on; what is of another kind is reported.
 
-    /// True for an array, and for an object, which is read like one.
+    /// True for an array.
     bool CheckList(Dom const& node, char const* what);
     void CheckNumber(Dom const& node, char const* what);
+    /// True for a string.
     bool CheckText(Dom const& node, char const* what);
     /// \param readAs  what reading makes of another kind.
     void CheckBoolean(Dom const& node, char const* what, char const* readAs);
     /// The root: true for an object.
     bool CheckObject(Dom const& node);
+
+    /// Whether the value that the walk stands on is a number or a string. Asked of the text, since a tree that a
+    /// host supplies need not tell.
+    bool IsNumber() const { return m_text[m_at] == '-' || (m_text[m_at] >= '0' && m_text[m_at] <= '9'); }
+    bool IsString() const { return m_text[m_at] == '"'; }
 
     /// Where the walk stands: an offset in the text.
     std::size_t Place() const { return m_at; }
@@ -129,7 +127,26 @@ public:
 
 private:
     void Parse(std::string_view whole);
-    void BeginChild(bool isMember);
+    /// Passes over the bracket that opens a list or an object.
+    void Enter() { ++m_at; }
+    /// Passes over the bracket that closes it, where nothing stood before it.
+    void Leave(bool isEmpty) {
+        PassSpace();
+        m_at += isEmpty;
+    }
+    void PassKey();
+    /// Passes over a child, with what stands behind it: a comma or the closing bracket.
+    template <class Visit>
+    void VisitChild(Dom const& child, Visit visit) {
+        PassSpace();
+        auto const start = m_at;
+        visit(child);
+        if (m_at == start) // not entered
+            PassValue();
+        m_path.pop_back();
+        PassSpace();
+        ++m_at;
+    }
     void PassSpace();
     void PassString();
     void PassValue();

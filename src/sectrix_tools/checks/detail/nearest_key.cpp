@@ -34,9 +34,9 @@ char const* NearestKey(std::string_view key, std::vector<char const*> const& kno
     std::size_t fewest = 0;
     for (std::string_view const candidate : known) {
         // Two fifths of the longer word, so that "Parameters" still means "Params" but "Comment" nothing.
-        auto const [shorter, longer] = std::minmax(key.size(), candidate.size());
+        auto const longer = std::max(key.size(), candidate.size());
         auto const limit = longer * 2 / 5;
-        if (longer - shorter > limit)
+        if (longer - std::min(key.size(), candidate.size()) > limit)
             continue;
         auto const distance = Distance(key, candidate);
         if (distance <= limit && (!nearest || distance < fewest)) {

@@ -131,7 +131,7 @@ void SectionsCheck::CheckPair(Dom const& pair) {
 }
 
 void SectionsCheck::CheckLoop(Dom const& list, bool exterior) {
-    if (!list.isArray() && !list.isObject()) {
+    if (!list.isArray()) {
         Drop("loop-too-short",
              m_walk.Words(list) + " is no list of indices, so the loop has no vertices; the section is dropped");
         return;
@@ -161,7 +161,7 @@ void SectionsCheck::CheckLoop(Dom const& list, bool exterior) {
 void SectionsCheck::CheckIndex(Dom const& node, std::uint64_t element) {
     int const index = IndexOf(node);
     bool const isKept = index >= 0 && static_cast<std::size_t>(index) < m_pool.size();
-    bool const isAsWritten = (node.isInt() || node.isDouble()) && node.asDouble(0.0) == index;
+    bool const isAsWritten = m_walk.IsNumber() && node.asDouble(0.0) == index;
     if (!isKept || !isAsWritten)
         ReportIndex(node, index);
     if (isKept)
@@ -170,7 +170,7 @@ void SectionsCheck::CheckIndex(Dom const& node, std::uint64_t element) {
 }
 
 void SectionsCheck::ReportIndex(Dom const& node, int index) {
-    bool const isNumber = node.isInt() || node.isDouble();
+    bool const isNumber = m_walk.IsNumber();
     bool const isWhole = isNumber && node.asDouble(0.0) == std::trunc(node.asDouble(0.0));
     auto const readAs = "read as " + std::to_string(index);
     auto const message = "the index " + m_walk.Words(node);
@@ -182,7 +182,7 @@ void SectionsCheck::ReportIndex(Dom const& node, int index) {
                       outside + " is out of range: there are " + Counted(m_pool.size(), "position"));
     else if (!isNumber)
         m_walk.Report("index-no-number", message + " is no number; it is " + readAs +
-                                             (node.isString() ? ", since names are not looked up" : ""));
+                                             (m_walk.IsString() ? ", since names are not looked up" : ""));
     else if (!isWhole)
         m_walk.Report("index-fraction", message + " is no whole number; it is " + readAs);
     else
