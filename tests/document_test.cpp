@@ -228,14 +228,16 @@ TEST(DomReader, TakesOrRefuses) {
         {"0.1", "0.1"},
         {"null", "null"},
         {"\"\\u0041\\n\"", "\"A\\u000a\""},
+        {"\"\\ud83d\\ude00\"", "\"\xF0\x9F\x98\x80\""},
     };
     Dom dom;
     for (auto const& [text, written] : taken) {
         EXPECT_TRUE(DomReaderJson::FromString(dom, text, nullptr)) << text;
         EXPECT_EQ(DomWriterJson::ToString(dom), written);
     }
-    for (auto const* text : {"18446744073709551616", "1e400", "\"\xC3\x28\"", "\"\x01\"", "[1,]", "[1] 2",
-                             "// note\n1", "\xEF\xBB\xBF"}) {
+    for (auto const* text :
+         {"18446744073709551616", "1e400", "\"\xC3\x28\"", "\"\xE4\"", "\"\xED\xA0\xBD\xED\xB8\x80\"", "\"\x01\"",
+          "[1,]", "[1] 2", "// note\n1", "\xEF\xBB\xBF"}) {
         dom = Dom(1);
         EXPECT_FALSE(DomReaderJson::FromString(dom, text, nullptr)) << text;
         EXPECT_EQ(DomWriterJson::ToString(dom), "null") << text;

@@ -2,20 +2,17 @@
 #include "sectrix/foundation/detail/position_arithmetic.h"
 #include "sectrix/interfaces/dom.h"
 
+#include <algorithm>
+
 namespace qel::Sectrix {
-
-namespace {
-
-constexpr double kNotGiven = std::numeric_limits<double>::infinity();
-
-} // namespace
 
 Position::Position(double x, double y, double z, Matrix const& matrix)
     : Position(Transformed(x, y, z, matrix.m_elements)) {}
 
 bool Position::IsValid() const {
     // Only numbers below +infinity are less than it: what is not a number compares false, so it is invalid too.
-    return m_x < kNotGiven && m_y < kNotGiven && m_z < kNotGiven;
+    double const notGiven = std::numeric_limits<double>::infinity();
+    return m_x < notGiven && m_y < notGiven && m_z < notGiven;
 }
 
 bool Position::Near(Position const& other) const {
@@ -27,11 +24,11 @@ double Position::Distance2(Position const& other) const {
 }
 
 bool Position::from(Dom const& dom) {
-    auto const size = dom.isArray() ? dom.size() : 0;
-    auto const read = [&](std::uint64_t place) { return place < size ? dom[place].asDouble(0.0) : kNotGiven; };
-    m_x = read(0);
-    m_y = read(1);
-    m_z = read(2);
+    *this = Position();
+    double* const coordinates[] = {&m_x, &m_y, &m_z};
+    std::uint64_t const count = dom.isArray() ? std::min<std::uint64_t>(dom.size(), 3) : 0;
+    for (std::uint64_t i = 0; i < count; ++i)
+        *coordinates[i] = dom[i].asDouble(0.0);
     return true;
 }
 

@@ -9,8 +9,9 @@
 ///
 /// Both conversions work by fixed tables, whatever the platform and its locale: each unit stands alone, nothing is
 /// validated and nothing is replaced. A surrogate pair is two units of three bytes each, so text beyond U+FFFF is
-/// not standard UTF-8; both directions agree on it, and every wide string without a zero comes back as it was. The
-/// input ends at its first zero, also within a string object that is longer. Costs one pass and one allocation.
+/// not standard UTF-8, and a document that holds it is refused by `DomReaderJson`; both directions agree on it, and
+/// every wide string without a zero comes back as it was. The input ends at its first zero, also within a string
+/// object that is longer. Costs one pass and one allocation.
 
 namespace qel::Sectrix {
 

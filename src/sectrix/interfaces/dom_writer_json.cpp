@@ -61,18 +61,17 @@ void AppendLeaf(std::string& text, Dom const& node) {
         text += "null";
 }
 
-/// The number of elements or members.
-std::uint64_t CountChildren(Dom const& node) {
-    return node.isObject() ? node.objects().size() : node.size();
-}
-
-Dom const& Child(Dom const& node, std::uint64_t place) {
-    return node.isObject() ? node.objects()[place].second : node[place];
+/// The element, or the value of the member, at this place; null past the last.
+Dom const* Child(Dom const& node, std::uint64_t place) {
+    auto const& members = node.objects();
+    if (place < members.size())
+        return &members[place].second;
+    return place < node.size() ? &node[place] : nullptr;
 }
 
 bool HasDeepChild(Dom const& node) {
-    for (std::uint64_t i = 0; i < CountChildren(node); ++i)
-        if (CountChildren(Child(node, i)) > 0)
+    for (std::uint64_t i = 0; auto const* child = Child(node, i); ++i)
+        if (Child(*child, 0))
             return true;
     return false;
 }
@@ -98,7 +97,7 @@ std::string DomWriterJson::ToString(Dom const& dom) {
     // From the root to the container being written. No recursion, whatever the depth.
     std::vector<OpenContainer> open;
     auto const begin = [&](Dom const& node) {
-        if (CountChildren(node) == 0) {
+        if (!Child(node, 0)) {
             AppendLeaf(text, node);
         } else {
             text += node.isArray() ? '[' : '{';
@@ -108,7 +107,8 @@ std::string DomWriterJson::ToString(Dom const& dom) {
     begin(dom);
     while (!open.empty()) {
         auto& [node, onOneLine, next] = open.back();
-        bool const done = next == CountChildren(*node);
+        auto const* child = Child(*node, next);
+        bool const done = !child;
         if (!onOneLine)
             AppendLineBreak(text, next > 0 && !done, open.size() - done);
         else if (next > 0 && !done)
@@ -122,7 +122,8 @@ std::string DomWriterJson::ToString(Dom const& dom) {
             AppendString(text, node->objects()[next].first);
             text += ": ";
         }
-        begin(Child(*node, next++));
+        ++next; // before the list of what is open grows
+        begin(*child);
     }
     return text;
 }

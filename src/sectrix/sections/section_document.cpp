@@ -14,15 +14,10 @@ namespace {
 constexpr std::uint64_t kFirst = 0;
 constexpr std::uint64_t kSecond = 1;
 
-// Reading passes over what it cannot use: the first of the two numbers is x, the second y, and what is no number is
-// 0.
-
-bool HasCoordinates(Dom const& node) {
-    return node.isArray() && node.size() >= 2;
-}
-
-Vec<2, double> ReadCoordinates(Dom const& node) {
-    return {node[kFirst].asDouble(0.0), node[kSecond].asDouble(0.0)};
+/// Adds a position, x and then y, if that is what the node is. What is no number is 0.
+void ReadPosition(Dom const& node, std::string const& name, CSPositions& pool) {
+    if (node.isArray() && node.size() >= 2)
+        pool.AddPosition(name, {node[kFirst].asDouble(0.0), node[kSecond].asDouble(0.0)});
 }
 
 /// What the stream gives of `length` bytes.
@@ -46,15 +41,11 @@ std::string ReadText(std::istream& stream, std::streamoff length) {
 void ReadPositions(Dom const& nodes, CSPositions& pool) {
     for (std::uint64_t i = 0; i < nodes.size(); ++i) {
         auto const& node = nodes[i];
-        if (node.isArray()) {
-            if (HasCoordinates(node))
-                pool.AddPosition(ReadCoordinates(node));
-        } else if (node.has(JsonTag::kCSCoordinatesTag) && HasCoordinates(node[JsonTag::kCSCoordinatesTag])) {
-            bool const isNamed = node.has(JsonTag::kCSCoordNameTag);
-            auto const name = isNamed ? node[JsonTag::kCSCoordNameTag].asString({}) : std::string();
-            auto const point = ReadCoordinates(node[JsonTag::kCSCoordinatesTag]);
-            pool.AddPosition(name.c_str(), point); // the name ends at its first zero byte
-        }
+        std::string name;
+        if (node.has(JsonTag::kCSCoordNameTag))
+            name = node[JsonTag::kCSCoordNameTag].asString({}).c_str(); // ends at its first zero byte
+        bool const isObject = node.has(JsonTag::kCSCoordinatesTag);
+        ReadPosition(isObject ? node[JsonTag::kCSCoordinatesTag] : node, name, pool);
     }
 }
 
