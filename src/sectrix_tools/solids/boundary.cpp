@@ -3,6 +3,7 @@
 #include "sectrix/foundation/detail/strict_arithmetic.h"
 #include "sectrix_tools/solids/sweeping/cap_edges.h"
 #include "sectrix_tools/solids/sweeping/ring_finding.h"
+#include "sectrix_tools/solids/sweeping/soundness.h"
 #include "sectrix_tools/solids/sweeping/station_rings.h"
 
 #include <cstdint>
@@ -53,6 +54,7 @@ SectionBoundary Refused(Finding const& finding) {
 
 SectionBoundary Boundary(CrossSection const& section) {
     SectionBoundary boundary;
+    boundary.m_findings = Solids::SoundnessErrors(section, true);
     auto rings = Solids::PlainRings(section, boundary.m_findings);
     if (!boundary.m_findings.empty())
         return boundary;

@@ -31,13 +31,12 @@ struct SectionBoundary {
 /// The boundary of a section and the triangles within. Builds the convex loops if they are not built yet, with all
 /// that this writes.
 ///
-/// There is none, and an error says why, for a section that is not sound: "index-out-of-range", "too-few-vertices",
-/// "coordinate-not-finite", "position-used-twice" where two vertices have one position; "loops-not-of-the-section"
-/// where outline, holes and convex loops do not go together, as with loops that touch, cross, overlap or run the
-/// wrong way round, with corners that coincide, or with convex loops from before an edit; and "loop-not-convex"
-/// where a loop could not be cut into triangles.
+/// There is none, and errors say why, for a section in whose geometry `CheckGeometry` finds an error, and for one
+/// that the triangles do not go together with: "position-used-twice" where two vertices have one position,
+/// "loops-not-of-the-section" where the convex loops are from before an edit or points coincide, "loop-not-convex"
+/// where a loop cannot be cut into triangles.
 ///
-/// Costs n log n of the vertices, beside the building of the loops.
+/// Costs n log n of the vertices, beside the check and the building of the loops.
 SECTRIX_EXPORT SectionBoundary Boundary(Sectrix::CrossSection const& section);
 
 } // namespace qel::SectrixTools

@@ -5,6 +5,7 @@
 #include "sectrix_tools/solids/boundary.h"
 #include "sectrix_tools/solids/sweeping/ring_finding.h"
 #include "sectrix_tools/solids/sweeping/sides.h"
+#include "sectrix_tools/solids/sweeping/soundness.h"
 #include "sectrix_tools/solids/sweeping/station_order.h"
 #include "sectrix_tools/solids/sweeping/station_rings.h"
 
@@ -36,11 +37,13 @@ public:
         if (known != m_rings.end())
             return &known->second;
         Findings findings;
-        auto rings = section ? PlainRings(*section, findings) : std::vector<Ring>{};
+        std::vector<Ring> rings;
         if (!section)
             findings.push_back(RingError("no-section", "the station has no section"));
-        if (findings.empty() && isEnd)
+        else if (isEnd)
             rings = BoundaryOf(*section, findings).m_rings;
+        else
+            rings = RingsBetween(*section, findings);
         std::vector<AlignedLoop> aligned;
         if (findings.empty())
             aligned = AlignStation(*m_stations[0].m_section, *section, findings);
@@ -61,6 +64,10 @@ private:
         auto const& boundary = m_boundaries.emplace(&section, Boundary(section)).first->second;
         findings = boundary.m_findings;
         return boundary;
+    }
+    static std::vector<Ring> RingsBetween(CrossSection const& section, Findings& findings) {
+        findings = SoundnessErrors(section, false);
+        return PlainRings(section, findings);
     }
     void TakeOver(Findings const& findings, std::size_t station) {
         for (Finding finding : findings) {

@@ -43,8 +43,10 @@ struct Solid {
 ///
 /// There is no solid, and an error says why:
 ///  - "too-few-stations": fewer than two; "no-section": a station without one.
-///  - Every code of `Boundary`, for any of the sections; a section that a station takes a second time is looked at
-///  once.
+///  - Every code of `Boundary` for the sections at the two ends; for those between, the errors of `CheckGeometry`,
+///  but
+///    those about convex loops, and "position-used-twice". A section that stands at several stations is looked at
+///    once.
 ///  - "other-number-of-loops", "other-number-of-vertices", "names-do-not-line-up": a section does not correspond to
 ///  the
 ///    first.

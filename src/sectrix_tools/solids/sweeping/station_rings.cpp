@@ -3,8 +3,6 @@
 #include "sectrix_tools/solids/sweeping/ring_finding.h"
 
 #include <algorithm>
-#include <cmath>
-#include <cstdint>
 #include <set>
 
 namespace qel::SectrixTools::Solids {
@@ -15,25 +13,13 @@ std::vector<Ring> PlainRings(CrossSection const& section, Findings& findings) {
     std::vector<Ring> rings;
     std::set<int> used;
     for (std::size_t loop = 0; loop <= section.InteriorLoops().size(); ++loop) {
-        Ring ring;
+        rings.emplace_back();
         for (auto const& vertex : LoopOf(section, loop).Vertices()) {
-            bool found = false;
-            auto const& point =
-                section.Positions().GetPosition(static_cast<std::uint64_t>(vertex.Index()), found).Position();
-            auto const refuse = [&](char const* code, char const* message) {
-                findings.push_back(RingError(code, message, loop, ring.size()));
-            };
-            if (!found)
-                refuse("index-out-of-range", "a vertex has no position");
-            else if (!std::isfinite(point[0]) || !std::isfinite(point[1]))
-                refuse("coordinate-not-finite", "a coordinate is not finite");
-            else if (!used.insert(vertex.Index()).second)
-                refuse("position-used-twice", "two vertices have one position");
-            ring.push_back(vertex.Index());
+            if (!used.insert(vertex.Index()).second)
+                findings.push_back(
+                    RingError("position-used-twice", "two vertices have one position", loop, rings.back().size()));
+            rings.back().push_back(vertex.Index());
         }
-        if (ring.size() < 3)
-            findings.push_back(RingError("too-few-vertices", "a loop has fewer than three vertices", loop));
-        rings.push_back(std::move(ring));
     }
     return rings;
 }

@@ -14,9 +14,8 @@ namespace qel::SectrixTools::Solids {
 /// A closed run of pool indices.
 using Ring = std::vector<int>;
 
-/// The exterior loop of a section and then its holes, by pool indices. A loop with fewer than three vertices, a
-/// vertex without a position or with one that is not finite, and a position that is used twice are added to the
-/// findings.
+/// The exterior loop of a section and then its holes, by pool indices. A position that is used twice is added to
+/// the findings.
 std::vector<Ring> PlainRings(Sectrix::CrossSection const& section, Findings& findings);
 
 /// A ring that begins at the vertex that answers to the first one at the first station.
