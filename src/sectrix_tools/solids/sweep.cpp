@@ -39,7 +39,7 @@ public:
         Findings findings;
         std::vector<Ring> rings;
         if (!section)
-            findings.push_back(RingError("no-section", "the station has no section"));
+            findings.push_back(RingError("station-without-section", "the station has no section"));
         else if (isEnd)
             rings = BoundaryOf(*section, findings).m_rings;
         else

@@ -42,7 +42,7 @@ struct Solid {
 /// may start elsewhere and holes stand in another order. Otherwise they correspond place by place.
 ///
 /// There is no solid, and an error says why:
-///  - "too-few-stations": fewer than two; "no-section": a station without one.
+///  - "too-few-stations": fewer than two; "station-without-section": a station without one.
 ///  - Every code of `Boundary` for the sections at the two ends; for those between, the errors of `CheckGeometry`,
 ///  but
 ///    those about convex loops, and "position-used-twice". A section that stands at several stations is looked at
