@@ -1,4 +1,5 @@
 #include "sectrix/records/acis_geometry.h"
+#include "sectrix/records/detail/first_match.h"
 #include "sectrix/records/obj.h"
 #include "sectrix/records/parametric_reference.h"
 #include "sectrix/records/tables.h"
@@ -112,6 +113,8 @@ TEST_F(Records, PullWhatTheRowHolds) {
             Host const host(path);
             gvs::Database borrowed(host.m_connection);
             PullCases(host, borrowed);
+            host.Run("PRAGMA short_column_names = OFF; PRAGMA full_column_names = ON");
+            PullCases(host, borrowed);
             std::vector<std::thread> threads;
             for (int i = 0; i < 4; ++i)
                 threads.emplace_back([&path] {
@@ -150,7 +153,9 @@ TEST_F(Records, SchemaChangesBetweenPullsCount) {
             SCOPED_TRACE(sql);
             changing->Run(sql);
             for (auto* database : {&borrowed, &opened})
-                EXPECT_EQ(Pull(record, database), steps[i]["pull"].asString({}));
+                EXPECT_EQ(
+                    Pull(record, database),
+                    steps[i][database == &borrowed && steps[i].has("borrowed") ? "borrowed" : "pull"].asString({}));
         }
     // A change taken back, and another that gives the schema the same number.
     host.Run("BEGIN; ALTER TABLE SAT_GEOMETRIES ADD COLUMN DATA_GUID");
@@ -210,6 +215,11 @@ TEST_F(Records, BadDatabasesRaiseTheReason) {
               "GUID, 1 DATA'),"
               " ('table', 'SAT_DEFINITIONS', 'SAT_DEFINITIONS', 2, 'CREATE TABLE IF NOT EXISTS "
               "SAT_DEFINITIONS(x)')"),
+         "no such table: main.SAT_DEFINITIONS"},
+        {Make(
+             "disguised.db", // with the root page of a plain table
+             "CREATE TABLE SAT_GEOMETRIES (DATA_GUID); CREATE VIRTUAL TABLE SAT_DEFINITIONS USING fts5(GUID, DATA);"
+             "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET rootpage = 2 WHERE rootpage = 0"),
          "not a plain table: main.SAT_DEFINITIONS"},
         {Make("shadow.db", // its own table instead of SQLite's list of columns
               "CREATE TABLE SAT_GEOMETRIES (DATA_GUID); CREATE TABLE SAT_DEFINITIONS (GUID, DATA AS (GUID || 1));"
@@ -267,6 +277,7 @@ TEST_F(Records, TablesReadColumnsAndNest) {
     gvs::Database database(MakeFrom("direct.sql"));
     mvq::SATGeometries outer(&database);
     EXPECT_EQ(outer.getDef()[L"INDEXES"], nullptr);
+    EXPECT_EQ(outer.getDef()[nullptr], nullptr);
     EXPECT_FALSE(outer.readNext());
     EXPECT_THROW(outer.isNull(L"DATA"), gvs::Error);
     outer.querySequential(nullptr, nullptr, true);
@@ -298,16 +309,15 @@ TEST_F(Records, TablesReadColumnsAndNest) {
 
 TEST_F(Records, TablesAndColumnsHaveAnyName) {
     gvs::Database database(
-        Make("names.db", R"(CREATE TABLE "a""b" ("c""d", "é"); INSERT INTO "a""b" VALUES ('', 4))"));
+        Make("names.db", R"(CREATE TABLE "a""b" ("c""d", "é", ""); INSERT INTO "a""b" VALUES ('', 4, 5))"));
     mvq::DbTable table(&database, L"a\"b");
     gvs::Expression filter;
     gvs::ExprBuilder builder(filter, nullptr, nullptr);
-    builder.Identifier(L"c\"d");
-    builder.Constant(gvs::Value(nullptr)); // the empty text
-    builder.CmpOp(gvs::ExprBuilder::Equal);
+    PushEqual(builder, L"c\"d", gvs::Value(nullptr)); // the empty text
     table.querySequential(&filter, nullptr, true);
     ASSERT_TRUE(table.readNext());
     EXPECT_EQ(table.getInt32Value(L"\xE9"), 4);
+    EXPECT_EQ(table.getDef()[L""], nullptr);     // also where a column has no name
     EXPECT_EQ(table.getDef()[L"\xC9"], nullptr); // only ASCII letters are the same in both cases
 }
 
@@ -402,19 +412,49 @@ int AddHostFunction(sqlite3* connection, char const**, sqlite3_api_routines cons
     return sqlite3_create_function(connection, "host", 1, flags, nullptr, run, nullptr, nullptr);
 }
 
-TEST_F(Records, AHandleForWritingBoundsTheSchema) {
+TEST_F(Records, TablesOfEveryKindAreReadOrRefused) {
     auto const add = reinterpret_cast<void (*)()>(&AddHostFunction);
     sqlite3_auto_extension(add);
-    auto const tables = FileDom("records/bounds.json");
+    auto const tables = FileDom("records/meshes.json");
+    Obj const record(1, {}, {}, {}, {}, {}, {});
     for (std::uint64_t i = 0; i < tables.size(); ++i) {
-        auto sql = "CREATE TABLE MESHES (DATA, CHECK (" + tables[i]["check"].asString({});
-        for (auto count = tables[i]["count"].asInt(0); count > 0; --count)
-            sql += tables[i]["term"].asString({});
-        sql += ")); INSERT INTO MESHES (DATA) VALUES ('old')";
-        gvs::Database database(Make(std::to_string(i), sql), gvs::Database::Access::ReadWrite);
-        EXPECT_EQ(Pull(Obj(1, {}, {}, {}, {}, {}, {}), &database), tables[i]["pull"].asString({}));
+        auto sql = "CREATE TABLE MESHES (" + tables[i]["columns"].asString({});
+        for (std::int64_t repeat = 0; repeat < tables[i]["count"].asInt(0); ++repeat) {
+            auto const term = tables[i]["term"].asString({});
+            auto const number = term.find('#');
+            sql += term.substr(0, number) + (number == term.npos ? "" : std::to_string(repeat));
+        }
+        sql +=
+            tables[i]["end"].asString(")") + "; INSERT INTO MESHES " + tables[i]["rows"].asString("DEFAULT VALUES");
+        SCOPED_TRACE(sql.substr(0, 200));
+        auto const path = Make(std::to_string(i), sql);
+        Host const host(path);
+        gvs::Database borrowed(host.m_connection), opened(path), writable(path, gvs::Database::Access::ReadWrite);
+        for (auto* database : {&borrowed, &opened, &writable})
+            EXPECT_EQ(Pull(record, database), tables[i][database == &writable ? "writable" : "pull"].asString({}));
     }
     sqlite3_cancel_auto_extension(add);
+}
+
+TEST_F(Records, ReadingACellAsOneKindLeavesItForAnother) {
+    for (auto const* encoding : {"UTF-8", "UTF-16le", "UTF-16be"}) {
+        gvs::Database database(Make(encoding, std::string("PRAGMA encoding = '") + encoding +
+                                                  "'; CREATE TABLE t (a, b TEXT); INSERT INTO t VALUES"
+                                                  " (x'FFFE410042', char(0xFFFD))"));
+        mvq::DbTable table(&database, L"t");
+        table.querySequential(1);
+        ASSERT_TRUE(table.readNext());
+        int size = 0;
+        table.getStringValue(L"a");
+        auto const* bytes = table.getBlob(L"a", &size);
+        EXPECT_EQ(std::string(bytes, bytes + size), std::string("\xFF\xFE\x41\0\x42", 5)) << encoding;
+        for (auto const* text : {L"\xFFFD", L"\xD800", L"\xDFFF"}) { // the last two are halves of characters
+            gvs::Expression filter;
+            gvs::ExprBuilder builder(filter, nullptr, nullptr);
+            PushEqual(builder, L"b", gvs::Value(text));
+            EXPECT_EQ(table.queryCount(&filter, false), text[0] == 0xFFFD ? 1 : 0) << encoding;
+        }
+    }
 }
 
 TEST_F(Records, ABlobOfNegativeSizeIsRefused) {

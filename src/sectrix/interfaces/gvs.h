@@ -3,16 +3,15 @@
 #include "sectrix/foundation/export.h"
 
 #include <cstdint>
-#include <functional>
-#include <map>
+#include <list>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 struct sqlite3;
-struct sqlite3_stmt;
 
 /// \file
 /// The model database: its handle, the schemas of its tables, and the filters on their rows.
@@ -21,6 +20,9 @@ struct sqlite3_stmt;
 /// single element beyond 0xFFFF where `wchar_t` is that wide.
 
 namespace gvs {
+
+class Guard;
+class KeptTable;
 
 /// A failure of the database, with SQLite's own reason as its text.
 class SECTRIX_EXPORT Error : public std::runtime_error {
@@ -33,31 +35,28 @@ public:
 /// A column of a table.
 class SECTRIX_EXPORT ColumnDef {
 public:
-    /// A column of this name, in UTF-8, at this place.
-    ColumnDef(std::string name, int place) : m_name(std::move(name)), m_place(place) {}
+    /// A column of this name, in UTF-8.
+    explicit ColumnDef(std::string name) : m_name(std::move(name)) {}
 
     /// In UTF-8, spelled as in the schema.
     std::string const& Name() const { return m_name; }
-    /// Counted from 0 in the order of the schema.
-    int Place() const { return m_place; }
 
 private:
     std::string m_name;
-    int m_place;
 };
 
-/// The schema of a table, or of the rows that a query gives.
+/// The schema of a table.
 class SECTRIX_EXPORT TableDef {
 public:
-    TableDef() = default;
-    /// The columns of a prepared statement; not null.
-    explicit TableDef(sqlite3_stmt* statement);
-
-    /// The column of this name, else null. As in SQL, the case of ASCII letters makes no difference. Good for as
-    /// long as the table object that gave the schema. Costs a walk of the columns.
+    /// The column of this name, else null; null too for a name that is empty or null. As in SQL, the case of ASCII
+    /// letters makes no difference. Good for as long as the table object that gave the schema. Costs a walk of the
+    /// columns.
     ColumnDef const* operator[](wchar_t const* column) const;
 
 private:
+    friend class KeptTable;
+
+    /// In the order of the schema.
     std::vector<ColumnDef> m_columns;
 };
 
@@ -69,7 +68,8 @@ public:
 
     /// An integer.
     explicit Value(std::int64_t integer) : m_kind(Integer), m_integer(integer) {}
-    /// A text of its own; null is the empty text.
+    /// A text of its own; null is the empty text. A surrogate without its partner is no text of any database, so
+    /// nothing is equal to a text that has one.
     explicit Value(wchar_t const* text) : Value(std::int64_t{0}) { SetString(text, true); }
 
 private:
@@ -88,30 +88,23 @@ private:
 ///
 /// An empty filter lets every row through. Made by an `ExprBuilder`.
 class SECTRIX_EXPORT Expression {
-public:
-    Expression() = default;
+    friend class ExprBuilder;
+    friend class KeptTable;
 
     /// The filter as an SQL condition on a table called t, with a "?" for each constant; empty for an empty filter.
-    /// Costs one walk of the filter, however deep it is.
+    /// \param rowId  the name that the row id has in that table; empty where the table has none.
     /// \throws Error when what was pushed is not exactly one condition.
-    std::string Condition() const;
-    /// In the order of their "?".
-    std::vector<Value> const& Constants() const { return m_constants; }
+    std::string Condition(std::string const& rowId) const;
 
-private:
-    friend class ExprBuilder;
-
-    enum class Kind { Identifier, Constant, Equal, And };
-    struct Node {
-        Kind m_kind;
-        /// The column that an identifier names, in UTF-8; empty for every other kind.
-        std::string m_name;
-    };
-
-    /// In postfix order: operands first, then what joins them.
-    std::vector<Node> m_nodes;
-    /// The values of the nodes of kind Constant, in their order.
+    /// Two for each comparison, in the order in which they were pushed: the name of a column in UTF-8, or nothing
+    /// for a constant. With "and" alone to join comparisons, their order is all that there is to know.
+    std::vector<std::optional<std::string>> m_operands;
+    /// In the order in which they were pushed.
     std::vector<Value> m_constants;
+    /// How many operands wait for their comparison.
+    int m_waiting = 0;
+    /// How many conditions have not been joined to the one before.
+    int m_conditions = 0;
 };
 
 /// Writes a filter in postfix order: `Identifier`, `Constant`, `CmpOp` for one comparison; for a second one the
@@ -132,10 +125,10 @@ public:
     /// Pushes a copy of the value as an operand. It is bound, so no text can become SQL.
     void Constant(Value const& value);
     /// Replaces the two top operands by their comparison.
-    /// \throws Error for any other value than `Equal`.
+    /// \throws Error for any other value than `Equal`, and unless just two operands wait.
     void CmpOp(ComparisonOps op);
     /// Replaces the two top conditions by their conjunction.
-    /// \throws Error for any other value than `And`.
+    /// \throws Error for any other value than `And`, and unless there are two conditions and no operand waits.
     void BooleanOp(LogicalOps op);
 
 private:
@@ -144,8 +137,8 @@ private:
 
 /// A handle on a model database, an SQLite file.
 ///
-/// It keeps the statements that it prepared and uses them again until the schema changes. Tables and statements on
-/// it must be gone before it goes. One thread at a time may use a handle and what stands on it.
+/// It keeps the statements that it prepared and uses them again until the schema changes. Tables on it must be gone
+/// before it goes. One thread at a time may use a handle and what stands on it.
 class SECTRIX_EXPORT Database {
 public:
     /// What a handle may do with its file.
@@ -153,18 +146,20 @@ public:
 
     /// Opens a file that is there already. Whether it is a database shows at the first read.
     ///
-    /// Waits up to two seconds for a writer that holds a lock. The schema is not trusted: it can run no function
-    /// with side effects, and no write can damage the file's structure. A search that takes more steps than any
-    /// file of that size needs is interrupted, and raises that. A handle for writing runs no trigger of the file,
-    /// and raises where an expression anywhere in the schema is more than 100 levels deep, or the SQL of one table,
-    /// index, view or trigger is longer than 50,000 bytes. A connection that is borrowed has no such bounds.
+    /// Nobody vouches for such a file, so reading it computes nothing that its author has written: only plain
+    /// tables are read, and only those whose columns are stored. It waits up to two seconds for a writer that holds
+    /// a lock. A search that takes more steps than any file of that size needs is interrupted, and raises that. A
+    /// handle for writing runs no trigger of the file, no write can damage the file's structure, and it raises
+    /// where an expression anywhere in the schema is more than 100 levels deep, or the SQL of one table, index,
+    /// view or trigger is longer than 50,000 bytes.
     ///
     /// \param path  in UTF-8; the name of a file whatever it looks like, never a URI or ":memory:".
     /// \throws Error when the file cannot be opened.
     explicit Database(std::string const& path, Access access = Access::ReadOnly);
-    /// Borrows a connection, which must outlive the handle. None of its settings is touched, and nothing of the
-    /// handle stays on it: once the handle is gone the connection can be closed.
-    /// \throws Error when `connection` is null.
+    /// Borrows a connection, which must outlive the handle. It is the host's own: none of its settings is touched,
+    /// it has no bounds but the host's, and what it calls a table is read as any SQL would read it, views, virtual
+    /// tables and generated columns included. Nothing of the handle stays on it: once the handle is gone the
+    /// connection can be closed. \throws Error when `connection` is null.
     explicit Database(sqlite3* connection);
     ~Database();
 
@@ -172,31 +167,16 @@ public:
     Database& operator=(Database const&) = delete;
 
 private:
+    friend class KeptTable;
     friend class Statement;
 
-    struct Finalizer {
-        void operator()(sqlite3_stmt* statement) const noexcept;
-    };
-    struct Prepared {
-        std::unique_ptr<sqlite3_stmt, Finalizer> m_handle;
-        /// The columns of a row, as SQLite compiled the statement last.
-        TableDef m_columns;
-        /// How often SQLite had compiled the statement anew when `m_columns` was read; -1 before that.
-        int m_repreparations = -1;
-    };
-
-    /// SQLite's question whether to stop the step at work: 1 for yes.
-    static int IsEndless(void* database) noexcept;
-
-    using Statements = std::multimap<std::string, Prepared, std::less<>>;
-
+    /// What bounds a connection of the handle's own; null on one that is borrowed.
+    std::unique_ptr<Guard> m_guard;
     /// Closes what was opened, and does nothing to what was borrowed.
     std::unique_ptr<sqlite3, int (*)(sqlite3*)> m_connection;
-    /// How often SQLite has asked `IsEndless` since the step at work began.
-    std::int64_t m_reports = 0;
-    /// Statements that nobody is using, by their SQL. Equal ones come about where one was needed while the other
-    /// was still at work.
-    Statements m_idle;
+    /// Tables that nobody is using, the last used first. One stands here several times where it was used several
+    /// times at once.
+    std::list<KeptTable> m_kept;
 };
 
 } // namespace gvs

@@ -14,11 +14,12 @@ target_link_libraries(ORL_Json PRIVATE simdjson::simdjson)
 find_package(SQLite3 REQUIRED)
 sectrix_library(GvsWrap
     interfaces/gvs.cpp
+    interfaces/sqlite/guard.cpp
+    interfaces/sqlite/kept_table.cpp
     interfaces/sqlite/statement.cpp
     HEADERS
     foundation/export.h
-    interfaces/gvs.h
-    interfaces/sqlite/statement.h)
+    interfaces/gvs.h)
 target_link_libraries(GvsWrap PRIVATE SQLite::SQLite3)
 sectrix_library(MVQ
     interfaces/db_table.cpp

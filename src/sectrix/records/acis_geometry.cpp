@@ -44,9 +44,9 @@ void AcisGeometry::PullDataFromSourceRecord(gvs::Database* db, std::string& out)
     } else {
         PushEqual(builder, L"PARENT_CLASS", gvs::Value(m_parentClass.c_str()));
         PushEqual(builder, L"PARENT_GUID", gvs::Value(m_parentGuid.c_str()));
-        builder.BooleanOp(gvs::ExprBuilder::And);
+        builder.BooleanOp(kAnd);
         PushEqual(builder, L"INDEX", gvs::Value(std::int64_t{m_index}));
-        builder.BooleanOp(gvs::ExprBuilder::And);
+        builder.BooleanOp(kAnd);
         text = ReadFirstMatch(geometries, filter, getStringText);
     }
     out = std::move(text);

@@ -1,62 +1,51 @@
 #include "sectrix/interfaces/sqlite/statement.h"
+#include "sectrix/interfaces/sqlite/guard.h"
 
 #include <algorithm>
-#include <cwchar>
+#include <cstdint>
 #include <sqlite3.h>
+#include <string_view>
 
 namespace gvs {
 
 namespace {
 
 void AppendUtf8(std::uint32_t character, std::string& text) {
-    auto const append = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
-    if (character < 0x80)
-        return append(character);
-    if (character < 0x800) {
-        append(0xC0 | character >> 6);
-    } else {
-        if (character < 0x10000) {
-            append(0xE0 | character >> 12);
-        } else {
-            append(0xF0 | character >> 18);
-            append(0x80 | (character >> 12 & 0x3F));
-        }
-        append(0x80 | (character >> 6 & 0x3F));
-    }
-    append(0x80 | (character & 0x3F));
-}
-
-bool IsAscii(wchar_t element) {
-    return static_cast<std::uint32_t>(element) < 0x80;
-}
-
-bool IsHighSurrogate(std::uint32_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-
-bool IsLowSurrogate(std::uint32_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
+    // A lead byte with a bit for each byte of the character, then six bits a byte.
+    int const following = character < 0x80 ? 0 : character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+    std::uint32_t const lead = following == 0 ? 0 : 0xFF00 >> (following + 1) & 0xFF;
+    text += static_cast<char>(lead | character >> 6 * following);
+    for (int shift = 6 * (following - 1); shift >= 0; shift -= 6)
+        text += static_cast<char>(0x80 | (character >> shift & 0x3F));
 }
 
 } // namespace
 
 std::string ToSqlText(wchar_t const* text) {
-    if (!text)
-        return {};
-    auto const* const end = text + std::wcslen(text);
-    if (std::all_of(text, end, IsAscii)) // nearly always, and a pull converts half a dozen names
-        return std::string(text, end);
+    std::wstring_view const wide(text ? text : L"");
+    // Nearly always, and a pull converts half a dozen names.
+    if (std::all_of(wide.begin(), wide.end(),
+                    [](wchar_t element) { return static_cast<std::uint32_t>(element) < 0x80; }))
+        return std::string(wide.begin(), wide.end());
     std::string result;
-    for (; text != end; ++text) {
-        auto character = static_cast<std::uint32_t>(*text);
+    for (; *text; ++text) {
+        auto character = static_cast<std::uint32_t>(text[0]);
         auto const next = static_cast<std::uint32_t>(text[1]);
-        if (IsHighSurrogate(character) && IsLowSurrogate(next)) {
+        if (character >> 10 == 0xD800 >> 10 && next >> 10 == 0xDC00 >> 10) { // a high and a low surrogate
             character = 0x10000 + ((character - 0xD800) << 10) + (next - 0xDC00);
             ++text;
         }
         AppendUtf8(character <= 0x10FFFF ? character : character & 0xFFFF, result);
     }
     return result;
+}
+
+bool IsWellFormed(std::string const& text) {
+    // U+D800 to U+DFFF are the characters whose bytes begin with ED A0 to ED BF.
+    auto at = text.find('\xED');
+    while (at != text.npos && static_cast<unsigned char>(text[at + 1]) < 0xA0)
+        at = text.find('\xED', at + 1);
+    return at == text.npos;
 }
 
 std::string Quoted(std::string const& name) {
@@ -66,74 +55,58 @@ std::string Quoted(std::string const& name) {
     return quoted;
 }
 
-Statement::Statement(Database& database, std::string_view sql, Expression const* filter) : m_database(database) {
-    m_database.m_reports = 0; // SQLite may have to read the schema
-    auto idle = m_database.m_idle.find(sql);
-    if (idle == m_database.m_idle.end()) {
-        sqlite3_stmt* handle = nullptr;
-        if (sqlite3_prepare_v3(m_database.m_connection.get(), sql.data(), static_cast<int>(sql.size()),
-                               SQLITE_PREPARE_PERSISTENT, &handle, nullptr) != SQLITE_OK)
-            Fail();
-        Database::Prepared prepared;
-        prepared.m_handle.reset(handle);
-        idle = m_database.m_idle.emplace(sql, std::move(prepared));
-    }
-    m_prepared = m_database.m_idle.extract(idle);
-
-    int place = 0;
-    if (filter)
-        for (auto const& constant : filter->Constants())
-            Bind(++place, constant);
+bool IsTable(sqlite3* connection, std::string const& table, char const* column) {
+    int const result = sqlite3_table_column_metadata(connection, "main", table.c_str(), column, nullptr, nullptr,
+                                                     nullptr, nullptr, nullptr);
+    if (result != SQLITE_OK && result != SQLITE_ERROR)
+        throw Error(sqlite3_errmsg(connection));
+    return result == SQLITE_OK;
 }
 
-Statement::~Statement() {
-    sqlite3_reset(Handle());
-    sqlite3_clear_bindings(Handle());
-    if (!IsRecompiled())
-        m_database.m_idle.insert(std::move(m_prepared));
-}
-
-bool Statement::IsKept(Database const& database, std::string_view sql) {
-    return database.m_idle.find(sql) != database.m_idle.end();
-}
-
-bool Statement::IsRecompiled() const {
-    return sqlite3_stmt_status(Handle(), SQLITE_STMTSTATUS_REPREPARE, 0) > 0;
+Statement::Statement(Database& database, std::string const& sql)
+    : m_database(database), m_handle(nullptr, sqlite3_finalize) {
+    BeginStep(); // SQLite may have to read the schema
+    sqlite3_stmt* handle = nullptr;
+    int const result = sqlite3_prepare_v3(database.m_connection.get(), sql.data(), static_cast<int>(sql.size()),
+                                          SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
+    m_handle.reset(handle);
+    Check(result);
 }
 
 void Statement::Bind(int place, Value const& value) {
-    if (value.m_kind != Value::Integer)
-        Bind(place, value.m_text);
-    else if (sqlite3_bind_int64(Handle(), place, value.m_integer) != SQLITE_OK)
-        Fail();
-}
-
-void Statement::Bind(int place, std::string const& text) {
-    if (sqlite3_bind_text64(Handle(), place, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8) != SQLITE_OK)
-        Fail();
+    auto const& text = value.m_text;
+    if (value.m_kind == Value::Integer)
+        Check(sqlite3_bind_int64(Handle(), place, value.m_integer));
+    else if (IsWellFormed(text))
+        Check(sqlite3_bind_text64(Handle(), place, text.data(), text.size(), SQLITE_TRANSIENT, SQLITE_UTF8));
+    else
+        Check(sqlite3_bind_null(Handle(), place)); // which nothing equals
 }
 
 void Statement::Bind(int place, void const* data, int size) {
-    if (sqlite3_bind_blob(Handle(), place, size == 0 ? "" : data, size, SQLITE_STATIC) != SQLITE_OK)
-        Fail();
+    Check(sqlite3_bind_blob(Handle(), place, size == 0 ? "" : data, size, SQLITE_STATIC));
 }
 
 bool Statement::Step() {
-    m_database.m_reports = 0;
+    BeginStep();
     int const result = sqlite3_step(Handle());
-    if (result != SQLITE_ROW && result != SQLITE_DONE)
-        Fail();
-    auto& prepared = m_prepared.mapped();
-    int const repreparations = sqlite3_stmt_status(Handle(), SQLITE_STMTSTATUS_REPREPARE, 0);
-    if (repreparations != prepared.m_repreparations) {
-        prepared.m_columns = TableDef(Handle());
-        prepared.m_repreparations = repreparations;
-    }
+    Check(result);
     return result == SQLITE_ROW;
 }
 
-void Statement::Fail() const {
-    throw Error(sqlite3_errmsg(m_database.m_connection.get()));
+void Statement::Reset() noexcept {
+    sqlite3_reset(Handle());
+    sqlite3_clear_bindings(Handle());
+}
+
+void Statement::BeginStep() {
+    if (m_database.m_guard)
+        m_database.m_guard->BeginStep();
+}
+
+void Statement::Check(int result) const {
+    if (result != SQLITE_OK && result != SQLITE_ROW && result != SQLITE_DONE)
+        throw Error(sqlite3_errmsg(m_database.m_connection.get()));
 }
 
 } // namespace gvs

@@ -9,11 +9,15 @@
 
 namespace qel::Sectrix {
 
+// By their numbers, since a host's own enumerations may have other names for them.
+inline constexpr auto kEqual = gvs::ExprBuilder::ComparisonOps(0);
+inline constexpr auto kAnd = gvs::ExprBuilder::LogicalOps(0);
+
 /// Pushes the condition that `column` is equal to `value`.
 inline void PushEqual(gvs::ExprBuilder& builder, wchar_t const* column, gvs::Value const& value) {
     builder.Identifier(column);
     builder.Constant(value);
-    builder.CmpOp(gvs::ExprBuilder::Equal);
+    builder.CmpOp(kEqual);
 }
 
 /// What `read` makes of the column "DATA" in the first row that matches; empty when none does. Which of several
