@@ -156,25 +156,6 @@ std::uint64_t Dom::size() const noexcept {
     return elements ? elements->size() : 0;
 }
 
-bool Dom::isArray() const noexcept {
-    return std::holds_alternative<Elements>(m_value);
-}
-bool Dom::isObject() const noexcept {
-    return std::holds_alternative<Members>(m_value);
-}
-bool Dom::isBool() const noexcept {
-    return std::holds_alternative<bool>(m_value);
-}
-bool Dom::isInt() const noexcept {
-    return std::holds_alternative<std::int64_t>(m_value);
-}
-bool Dom::isDouble() const noexcept {
-    return std::holds_alternative<double>(m_value);
-}
-bool Dom::isString() const noexcept {
-    return std::holds_alternative<std::string>(m_value);
-}
-
 bool Dom::asBool(bool fallback) const noexcept {
     auto const* value = std::get_if<bool>(&m_value);
     return value ? *value : fallback;

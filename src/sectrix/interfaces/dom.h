@@ -77,17 +77,17 @@ public:
     std::uint64_t size() const noexcept;
 
     /// True for an array.
-    bool isArray() const noexcept;
+    bool isArray() const noexcept { return std::holds_alternative<Elements>(m_value); }
     /// True for an object.
-    bool isObject() const noexcept;
+    bool isObject() const noexcept { return std::holds_alternative<Members>(m_value); }
     /// True for a boolean.
-    bool isBool() const noexcept;
+    bool isBool() const noexcept { return std::holds_alternative<bool>(m_value); }
     /// True for an integer, but not for a double with a whole value.
-    bool isInt() const noexcept;
+    bool isInt() const noexcept { return std::holds_alternative<std::int64_t>(m_value); }
     /// True for a double, but not for an integer.
-    bool isDouble() const noexcept;
+    bool isDouble() const noexcept { return std::holds_alternative<double>(m_value); }
     /// True for a string.
-    bool isString() const noexcept;
+    bool isString() const noexcept { return std::holds_alternative<std::string>(m_value); }
 
     /// The value of a boolean, else `fallback`.
     bool asBool(bool fallback) const noexcept;
