@@ -186,7 +186,7 @@ private:
         auto const isParsing = [context](std::string_view what) {
             return context.substr(std::min(context.find("parsing ") + 8, context.size()), what.size()) == what;
         };
-        if (Contains(words, "expected end of input"))
+        if (Contains(words, "; expected end of input"))
             return "the end of the text is expected";
         if (isParsing("object key"))
             return "a key in double quotes is expected";
