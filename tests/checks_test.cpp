@@ -139,7 +139,7 @@ TEST(CheckDocument, FindsWhereEachTextEndsTooSoon) {
 
 TEST(CheckDocument, TakesAHundredThousandFindingsInItsStride) {
     std::string text = "{ \"Outlines\": [[[0, 0]";
-    int const count = 100'000;
+    int const count = 40'000; // each is altered, unused, and every second one repeats a name
     for (int i = 1; i < count; ++i)
         text += ",\n{ \"name\": \"" + std::to_string(i / 2) + "\", \"coordinates\": [\"1\", 0] }";
     text += "], [[[[0, 1, 2], true]]]] }";
