@@ -20,6 +20,7 @@ class Dom;
 namespace Sectrix {
 
 class HoleMerger;
+struct SectionPair;
 
 /// A planar outline: one exterior loop, any number of interior loops (holes), and the name of an assembly part.
 ///
@@ -212,9 +213,7 @@ private:
     void Rebind(CSPositions const& from, CSPositions& to);
 
     /// Fills this section, which must be fresh, as the blending constructor does.
-    ///
-    /// \param partners  for each interior loop of `second` its partner in `first`, or null.
-    void Blend(CrossSection const& first, CrossSection const& second, Loop const* const* partners, double ratio);
+    void Blend(SectionPair const& pair, double ratio);
 
     /// The pool of a default-built section.
     static CSPositions m_emptyPositions;

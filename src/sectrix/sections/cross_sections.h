@@ -19,8 +19,6 @@ class Dom;
 
 namespace Sectrix {
 
-struct SectionPairs;
-
 /// One pool of positions, the sections that share it, and the set's named parameters.
 ///
 /// The set owns its pool and its sections. Copying, moving and assigning a set binds its sections and their loops
@@ -171,9 +169,11 @@ private:
     void InitBBox() const;
     /// Binds the sections that came from `source`, and so refer to its pool, to the pool of this set.
     void RebindItems(CrossSections const& source);
-    /// Fills this set, which must be empty, from two compatible ones.
-    void Blend(CrossSections const& first, CrossSections const& second, SectionPairs const& pairs, double ratio,
-               bool convex);
+    /// Makes the parameters those that both have, blended.
+    void BlendParameters(std::map<std::string, double> const& first, std::map<std::string, double> const& second,
+                         double ratio);
+    /// Moves the positions that no loop uses, and so has moved, towards their partners in `second`.
+    void MoveUnusedPositions(CSPositions const& second, double ratio);
 
     CSPositions m_positions;
     std::vector<CrossSection> m_items;

@@ -20,8 +20,7 @@ CSPosition& CSPosition::operator=(CSPosition&& other) noexcept {
 }
 
 CSPositions::CSPositions(CSPositions&& other) noexcept
-    : m_positions(std::exchange(other.m_positions, {})), m_nameIndex(std::exchange(other.m_nameIndex, {})),
-      m_isIndexExact(std::exchange(other.m_isIndexExact, true)) {}
+    : m_positions(std::exchange(other.m_positions, {})), m_nameIndex(std::exchange(other.m_nameIndex, {})) {}
 
 CSPositions& CSPositions::operator=(CSPositions const& other) {
     if (this != &other)
@@ -32,7 +31,6 @@ CSPositions& CSPositions::operator=(CSPositions const& other) {
 CSPositions& CSPositions::operator=(CSPositions&& other) noexcept {
     m_positions = std::exchange(other.m_positions, {});
     m_nameIndex = std::exchange(other.m_nameIndex, {});
-    m_isIndexExact = std::exchange(other.m_isIndexExact, true);
     return *this;
 }
 
@@ -44,10 +42,8 @@ int CSPositions::AddPosition(Vec<2, double> const& position) {
 int CSPositions::AddPosition(std::string const& name, Vec<2, double> const& position) {
     m_positions.emplace_back(name, position);
     auto const& added = m_positions.back().Name(); // `name` may have stood in the list, which may have moved
-    if (!added.empty()) {
-        bool const wasExact = std::exchange(m_isIndexExact, false); // as it is when memory runs out here
-        m_isIndexExact = m_nameIndex.insert_or_assign(added, m_positions.size() - 1).second && wasExact;
-    }
+    if (!added.empty())
+        m_nameIndex.insert_or_assign(added, m_positions.size() - 1);
     return Count() - 1;
 }
 
@@ -58,12 +54,10 @@ CSPosition const& CSPositions::GetPosition(std::string const& name, bool& found)
 }
 
 CSPosition& CSPositions::GetPosition(std::string const& name, bool& found) {
-    m_isIndexExact = false; // the name may be changed through the result
     return const_cast<CSPosition&>(std::as_const(*this).GetPosition(name, found));
 }
 
 CSPosition& CSPositions::GetPosition(std::uint64_t index, bool& found) {
-    m_isIndexExact = false; // the name may be changed through the result
     return const_cast<CSPosition&>(std::as_const(*this).GetPosition(index, found));
 }
 
@@ -71,7 +65,6 @@ void CSPositions::RemovePosition(std::uint64_t index) {
     if (index >= m_positions.size())
         return;
     auto const position = m_positions.begin() + static_cast<std::ptrdiff_t>(index);
-    m_isIndexExact = m_isIndexExact && index + 1 == m_positions.size();
     m_nameIndex.erase(position->Name());
     m_positions.erase(position);
 }

@@ -141,10 +141,14 @@ private:
         return place < m_positions.size() ? &m_positions[place] : nullptr;
     }
 
-    /// The position of this pool that `SetPositions` pairs with `position`, at `index` of its own pool; or null.
-    /// \param nextPlace  a place to look at before the name index; moves behind the partner, since names that stand
-    /// side by side in one pool mostly do so in the other.
-    CSPosition const* FindPartner(CSPosition const& position, std::size_t index, std::size_t& nextPlace) const;
+    /// Appends every position of `other`, another pool, in order and under its name.
+    void Append(CSPositions const& other);
+    /// True when the name index is what adding the positions one by one would give: every named position is in it,
+    /// alone under its name, and nothing else is.
+    bool IsIndexExact() const;
+    /// Moves the position at `place` towards its partner in `second`, as the blending `SetPositions` does.
+    /// \param index  of the position in the pool that it comes from.
+    void MoveToPartner(std::size_t place, std::size_t index, CSPositions const& second, double ratio);
 
     /// What a failed look-up returns.
     static CSPosition m_invalidPosition;
@@ -154,9 +158,6 @@ private:
     /// From a name, never empty, to the index that the position added last under it was given. After a removal an
     /// entry may point past the end of the list, so a look-up tests it.
     std::map<std::string, std::uint64_t> m_nameIndex;
-    /// True only when every named position is indexed, alone under its name, and nothing else is indexed. Names
-    /// that repeat, most removals and whatever may change a name from outside make it false for good.
-    bool m_isIndexExact = true;
 };
 
 } // namespace qel::Sectrix

@@ -192,7 +192,8 @@ private:
     }
 
     /// Fills this loop, which must be empty and over `pool`, as the blending constructor does.
-    void Blend(Loop const& first, Loop const& second, CSPositions& pool, double ratio);
+    /// \param shift  by which the vertices are paired; not negative.
+    void Blend(Loop const& first, Loop const& second, int shift, CSPositions& pool, double ratio);
 
     /// The pool of a default-built loop.
     static CSPositions const m_emptyPositions;

@@ -1,7 +1,9 @@
 #include "sectrix/foundation/detail/strict_arithmetic.h"
-#include "sectrix/sections/blending/partner_search.h"
+#include "sectrix/sections/blending/loop_alignment.h"
+#include "sectrix/sections/blending/set_pairing.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace qel::Sectrix {
 
@@ -22,56 +24,51 @@ Vec<2, double> Blended(CSPosition const& first, CSPosition const& second, double
 void CSPositions::SetPositions(CSPositions const& first, CSPositions const& second, double ratio) {
     if (this == &first || this == &second)
         return SetPositions(CSPositions(first), CSPositions(second), ratio);
-    bool const takesIndex = first.m_isIndexExact && m_positions.empty() && m_nameIndex.empty();
-    if (m_positions.empty())
-        Reserve(first.m_positions.size());
-    if (takesIndex)
-        m_isIndexExact = false; // as it is when memory runs out before the index is taken
-    std::size_t nextPlace = 0;
-    for (std::size_t index = 0; index < first.m_positions.size(); ++index) {
-        auto const& position = first.m_positions[index];
-        auto const* partner = second.FindPartner(position, index, nextPlace);
-        auto const point = partner ? Blended(position, *partner, ratio) : position.Position();
-        if (takesIndex)
-            m_positions.emplace_back(position.Name(), point);
-        else
-            AddPosition(position.Name(), point);
-    }
-    if (takesIndex) { // what adding name by name would give, several times as fast
-        m_nameIndex = first.m_nameIndex;
-        m_isIndexExact = true;
-    }
+    auto const start = m_positions.size();
+    Append(first);
+    for (std::size_t index = 0; index < first.m_positions.size(); ++index)
+        MoveToPartner(start + index, index, second, ratio);
 }
 
-CSPosition const* CSPositions::FindPartner(CSPosition const& position, std::size_t index,
-                                           std::size_t& nextPlace) const {
-    auto const& name = position.Name();
-    auto const hasName = [&](std::size_t place) {
-        return place < m_positions.size() && m_positions[place].Name() == name;
-    };
-    auto place = name.empty() ? index : nextPlace;
-    // Where names are unique, a position of this name is the one that the name index leads to.
-    if (!name.empty() && !(m_isIndexExact && hasName(place))) {
-        auto const entry = m_nameIndex.find(name);
-        if (entry == m_nameIndex.end())
-            return nullptr;
-        place = entry->second;
+void CSPositions::Append(CSPositions const& other) {
+    if (m_positions.empty() && m_nameIndex.empty()) {
+        *this = other; // several times as fast as adding name by name
+        if (IsIndexExact())
+            return;
+        *this = {};
     }
-    if (!hasName(place))
-        return nullptr;
-    nextPlace = place + 1;
-    return &m_positions[place];
+    m_positions.reserve(m_positions.size() + other.m_positions.size());
+    for (auto const& position : other.m_positions)
+        AddPosition(position.Name(), position.Position());
+}
+
+bool CSPositions::IsIndexExact() const {
+    auto const isNamed = [](CSPosition const& position) { return !position.Name().empty(); };
+    auto const namedCount = std::count_if(m_positions.begin(), m_positions.end(), isNamed);
+    // Backwards, as the entries of a copied index stand in memory.
+    return static_cast<std::size_t>(namedCount) == m_nameIndex.size() &&
+           std::all_of(m_nameIndex.rbegin(), m_nameIndex.rend(), [this](auto const& entry) {
+               return entry.second < m_positions.size() && m_positions[entry.second].Name() == entry.first;
+           });
+}
+
+void CSPositions::MoveToPartner(std::size_t place, std::size_t index, CSPositions const& second, double ratio) {
+    auto& position = m_positions[place];
+    bool isFound = false;
+    auto const& partner =
+        position.Name().empty() ? second.GetPosition(index, isFound) : second.GetPosition(position.Name(), isFound);
+    if (isFound && partner.Name() == position.Name())
+        position.Position() = Blended(position, partner, ratio);
 }
 
 Loop::Loop(Loop const& first, Loop const& second, CSPositions& pool, CSPositions const& /*firstPositions*/,
            CSPositions const& /*secondPositions*/, double ratio)
     : m_positions(&pool) {
-    Blend(first, second, pool, ratio);
+    Blend(first, second, BlendShift(first, second), pool, ratio);
 }
 
-void Loop::Blend(Loop const& first, Loop const& second, CSPositions& pool, double ratio) {
-    bool ok = false; // a failed alignment still gives the best shift there is
-    std::int64_t const shift = std::max(first.GetOtherShift(second, ok), 0);
+void Loop::Blend(Loop const& first, Loop const& second, int shift, CSPositions& pool, double ratio) {
+    assert(m_vertices.empty() && m_positions == &pool && shift >= 0);
     auto const secondSize = static_cast<std::int64_t>(second.m_vertices.size());
     auto const count = std::min(first.m_vertices.size(), second.m_vertices.size());
     m_vertices.reserve(count);
@@ -93,29 +90,31 @@ CrossSection::CrossSection(CrossSection const& first, CrossSection const& second
                            CSPositions const& /*firstPositions*/, CSPositions const& /*secondPositions*/,
                            double ratio)
     : m_exteriorLoop(pool, false), m_positions(&pool) {
-    LoopSearch search(first);
-    std::vector<Loop const*> partners;
-    for (std::size_t place = 0; place < second.m_interiorLoops.size(); ++place)
-        partners.push_back(search.Find(second.m_interiorLoops[place], place));
-    Blend(first, second, partners.data(), ratio);
+    Blend(PairLoops(first, second), ratio);
 }
 
-void CrossSection::Blend(CrossSection const& first, CrossSection const& second, Loop const* const* partners,
-                         double ratio) {
-    if (first.m_assemblyPartName == second.m_assemblyPartName)
-        m_assemblyPartName = first.m_assemblyPartName;
-    m_exteriorLoop.Blend(first.m_exteriorLoop, second.m_exteriorLoop, *m_positions, ratio);
-    m_interiorLoops.reserve(second.m_interiorLoops.size());
-    for (std::size_t place = 0; place < second.m_interiorLoops.size(); ++place)
-        if (partners[place])
-            AddInteriorLoop().Blend(*partners[place], second.m_interiorLoops[place], *m_positions, ratio);
-    m_addedVertices = first.m_addedVertices;
+void CrossSection::Blend(SectionPair const& pair, double ratio) {
+    assert(m_exteriorLoop.m_vertices.empty() && m_interiorLoops.empty());
+    auto const& [first, second, shift, holes] = pair;
+    if (first->m_assemblyPartName == second->m_assemblyPartName)
+        m_assemblyPartName = first->m_assemblyPartName;
+    m_exteriorLoop.Blend(first->m_exteriorLoop, second->m_exteriorLoop, shift, *m_positions, ratio);
+    m_interiorLoops.reserve(holes.size());
+    for (std::size_t place = 0; place < holes.size(); ++place)
+        if (auto const* partner = holes[place].m_partner)
+            AddInteriorLoop().Blend(*partner, second->m_interiorLoops[place], holes[place].m_shift, *m_positions,
+                                    ratio);
+    m_addedVertices = first->m_addedVertices;
 }
 
 CrossSections::CrossSections(CrossSections const& first, CrossSections const& second, double ratio, bool convex) {
     m_items.reserve(first.m_items.size());
     if (auto const pairs = PairSections(first, second, convex)) {
-        Blend(first, second, *pairs, ratio, convex);
+        m_positions.Append(first.m_positions);
+        for (auto const& pair : *pairs)
+            m_items.emplace_back(m_positions, false).Blend(pair, ratio);
+        MoveUnusedPositions(second.m_positions, ratio);
+        BlendParameters(first.m_parameters, second.m_parameters, ratio);
     } else {
         m_positions.SetPositions(first.m_positions);
         for (auto const& section : first.m_items)
@@ -125,25 +124,28 @@ CrossSections::CrossSections(CrossSections const& first, CrossSections const& se
     ResetConvexLoops();
 }
 
-void CrossSections::Blend(CrossSections const& first, CrossSections const& second, SectionPairs const& pairs,
-                          double ratio, bool convex) {
-    m_positions.SetPositions(first.m_positions, second.m_positions, ratio);
-    auto const* loopPartners = pairs.m_interiorLoops.data();
-    for (std::size_t place = 0; place < first.m_items.size(); ++place) {
-        auto const& section = first.m_items[place];
-        auto const& partner = *pairs.m_sections[place];
-        if (convex) {
-            m_items.emplace_back(section, partner, m_positions, first.m_positions, second.m_positions, ratio);
-        } else {
-            m_items.emplace_back(m_positions, false).Blend(section, partner, loopPartners, ratio);
-            loopPartners += partner.m_interiorLoops.size();
-        }
-    }
-    for (auto const& [key, value] : first.m_parameters) {
-        auto const other = second.m_parameters.find(key);
-        if (other != second.m_parameters.end())
+void CrossSections::BlendParameters(std::map<std::string, double> const& first,
+                                    std::map<std::string, double> const& second, double ratio) {
+    for (auto const& [key, value] : first) {
+        auto const other = second.find(key);
+        if (other != second.end())
             m_parameters.emplace_hint(m_parameters.end(), key, Blended(value, other->second, ratio));
     }
+}
+
+void CrossSections::MoveUnusedPositions(CSPositions const& second, double ratio) {
+    std::vector<bool> isUsed(m_positions.m_positions.size());
+    auto const mark = [&isUsed](Loop const& loop) {
+        for (auto const& vertex : loop.Vertices())
+            isUsed[static_cast<std::size_t>(vertex.Index())] = true;
+    };
+    for (auto const& section : m_items) {
+        mark(section.m_exteriorLoop);
+        std::for_each(section.m_interiorLoops.begin(), section.m_interiorLoops.end(), mark);
+    }
+    for (std::size_t index = 0; index < isUsed.size(); ++index)
+        if (!isUsed[index])
+            m_positions.MoveToPartner(index, index, second, ratio);
 }
 
 } // namespace qel::Sectrix
