@@ -121,6 +121,27 @@ TEST(Blending, OfSectionsWithoutPartners) {
     EXPECT_EQ(SectionText({first.Items()[0], first.Items()[0], small, pool, pool, 0}), ": 3 4 |  | ");
 }
 
+/// Building the second section makes the index 5 valid, and so the first its own partner, after it was compared.
+TEST(Blending, AsksAgainAfterConvexLoopsWereBuilt) {
+    CSPositions pool;
+    pool.AddPosition("A", {});
+    for (auto const& [x, y] : {std::pair{1.0, 1.0}, {0.0, 0.0}, {0.0, 8.0}, {4.0, 4.0}})
+        pool.AddPosition({x, y});
+    CrossSections set(pool, false);
+    set.GetItems().emplace_back(set.Items()[0]);
+    auto const fill = [](Loop& loop, std::initializer_list<int> indices) {
+        for (int const index : indices)
+            loop.AddVertex(index, true);
+    };
+    fill(set.GetItems()[0].GetExteriorLoop(), {1, 1, 1, 1, 1, 5});
+    fill(set.GetItems()[1].GetExteriorLoop(), {2, 3});
+    fill(set.GetItems()[1].AddInteriorLoop(), {4});
+    auto const twin = set;
+    CrossSections const blend(set, set, 0.5, true);
+    EXPECT_EQ(SectionText(blend.Items()[0]), ": 1 1 1 1 1 5");
+    EXPECT_EQ(SetText(blend), plain::BlendText(twin, twin, 0.5, true));
+}
+
 TEST(Blending, MakesAScaleOfOne) {
     CrossSections const scaled(8.0);
     CrossSections blend(scaled, scaled, 0, false);
@@ -151,6 +172,9 @@ TEST(Blending, OfPools) {
     indexed.SetPositions(removed, second, 0);
     for (auto const* name : {"A", "C"})
         EXPECT_EQ(indexed.GetPosition(name, found).Name(), name);
+    CSPositions reindexed;
+    reindexed.SetPositions(renamed, second, 0);
+    EXPECT_EQ(reindexed.GetPosition("C", found).Position()[0], 9) << "the name that was given to the first";
     first.SetPositions(first, first, 0.5);
     EXPECT_EQ(first.Count(), 8);
 }

@@ -169,9 +169,6 @@ private:
     void InitBBox() const;
     /// Binds the sections that came from `source`, and so refer to its pool, to the pool of this set.
     void RebindItems(CrossSections const& source);
-    /// Makes the parameters those that both have, blended.
-    void BlendParameters(std::map<std::string, double> const& first, std::map<std::string, double> const& second,
-                         double ratio);
     /// Moves the positions that no loop uses, and so has moved, towards their partners in `second`.
     void MoveUnusedPositions(CSPositions const& second, double ratio);
 

@@ -69,16 +69,14 @@ Loop::Loop(Loop const& first, Loop const& second, CSPositions& pool, CSPositions
 
 void Loop::Blend(Loop const& first, Loop const& second, int shift, CSPositions& pool, double ratio) {
     assert(m_vertices.empty() && m_positions == &pool && shift >= 0);
-    auto const secondSize = static_cast<std::int64_t>(second.m_vertices.size());
-    auto const count = std::min(first.m_vertices.size(), second.m_vertices.size());
+    auto const secondSize = second.m_vertices.size();
+    auto const count = std::min(first.m_vertices.size(), secondSize);
+    auto const start = count > 0 ? secondSize - static_cast<std::size_t>(shift) % secondSize : 0;
     m_vertices.reserve(count);
     for (std::size_t place = 0; place < count; ++place) {
-        auto secondPlace = (static_cast<std::int64_t>(place) - shift) % secondSize;
-        if (secondPlace < 0)
-            secondPlace += secondSize;
         auto const& vertex = first.m_vertices[place];
         auto const* p = first.m_positions->Find(vertex.Index());
-        auto const* q = second.m_positions->Find(second.m_vertices[static_cast<std::size_t>(secondPlace)].Index());
+        auto const* q = second.m_positions->Find(second.m_vertices[(start + place) % secondSize].Index());
         if (!p || !q || !pool.Find(vertex.Index()))
             continue;
         pool.m_positions[static_cast<std::size_t>(vertex.Index())].Position() = Blended(*p, *q, ratio);
@@ -114,7 +112,11 @@ CrossSections::CrossSections(CrossSections const& first, CrossSections const& se
         for (auto const& pair : *pairs)
             m_items.emplace_back(m_positions, false).Blend(pair, ratio);
         MoveUnusedPositions(second.m_positions, ratio);
-        BlendParameters(first.m_parameters, second.m_parameters, ratio);
+        for (auto const& [key, value] : first.m_parameters) {
+            auto const other = second.m_parameters.find(key);
+            if (other != second.m_parameters.end())
+                m_parameters.emplace_hint(m_parameters.end(), key, Blended(value, other->second, ratio));
+        }
     } else {
         m_positions.SetPositions(first.m_positions);
         for (auto const& section : first.m_items)
@@ -122,15 +124,6 @@ CrossSections::CrossSections(CrossSections const& first, CrossSections const& se
         m_parameters = first.m_parameters;
     }
     ResetConvexLoops();
-}
-
-void CrossSections::BlendParameters(std::map<std::string, double> const& first,
-                                    std::map<std::string, double> const& second, double ratio) {
-    for (auto const& [key, value] : first) {
-        auto const other = second.find(key);
-        if (other != second.end())
-            m_parameters.emplace_hint(m_parameters.end(), key, Blended(value, other->second, ratio));
-    }
 }
 
 void CrossSections::MoveUnusedPositions(CSPositions const& second, double ratio) {

@@ -1,5 +1,6 @@
 #include "sectrix/sections/blending/loop_alignment.h"
 
+#include <functional>
 #include <string_view>
 #include <utility>
 
@@ -7,43 +8,22 @@ namespace qel::Sectrix {
 
 namespace {
 
-/// Finds the first place of a name in a loop.
-///
-/// A small loop is walked for each name. The names of a large one are sorted, since a walk for each would cost the
-/// square of the size; but not before the second name is asked for, which mostly means that the loops line up.
-class NamePlaces {
-public:
-    explicit NamePlaces(Loop const& loop) : m_loop(loop) {}
+/// From this size on, names are sorted before they are looked for: below it the walks are over before that is done.
+std::size_t const kLeastSortedSize = 48;
 
-    int Find(std::string const& name) {
-        bool const isFirst = !std::exchange(m_isAsked, true);
-        if (isFirst || m_loop.Vertices().size() < kLeastSortedSize)
-            return m_loop.NamedPositionIndex(name);
-        if (m_sorted.empty())
-            Sort();
-        auto const entry = std::lower_bound(m_sorted.begin(), m_sorted.end(), Entry{name, 0});
-        return entry != m_sorted.end() && entry->first == name ? entry->second : -1;
-    }
+/// A name and a place where it stands.
+using NamedPlace = std::pair<std::string_view, int>;
 
-private:
-    /// A name and a place where it stands; the first place of a name comes first.
-    using Entry = std::pair<std::string_view, int>;
-
-    void Sort() {
-        m_sorted.reserve(m_loop.Vertices().size());
-        for (std::size_t place = 0; place < m_loop.Vertices().size(); ++place)
-            if (auto const* name = NameAt(m_loop, place))
-                m_sorted.emplace_back(*name, static_cast<int>(place));
-        std::sort(m_sorted.begin(), m_sorted.end());
-    }
-
-    /// Below this the walks are over before the names are sorted.
-    static std::size_t const kLeastSortedSize = 48;
-
-    Loop const& m_loop;
-    bool m_isAsked = false;
-    std::vector<Entry> m_sorted;
-};
+/// Ascending; the first place of a name comes first.
+std::vector<NamedPlace> SortNames(Loop const& loop) {
+    std::vector<NamedPlace> names;
+    names.reserve(loop.Vertices().size());
+    for (std::size_t place = 0; place < loop.Vertices().size(); ++place)
+        if (auto const* name = NameAt(loop, place))
+            names.emplace_back(*name, static_cast<int>(place));
+    std::sort(names.begin(), names.end());
+    return names;
+}
 
 /// The shift of `loop` against another of the same size that has the good shift `opposite` against it.
 ///
@@ -77,14 +57,23 @@ int Loop::GetOtherShift(Loop const& other, bool& ok) const {
     ok = GetNamedPositionCount() == other.GetNamedPositionCount();
     if (!ok)
         return 0;
-    NamePlaces otherPlaces(other);
     auto const size = static_cast<std::int64_t>(m_vertices.size());
     std::optional<int> shift;
+    std::vector<NamedPlace> sorted;
+    // A walk for each name costs the square of the size. The first name mostly decides whether there is a second.
+    auto const findInOther = [&](std::string const& name) {
+        if (!shift || other.m_vertices.size() < kLeastSortedSize)
+            return other.NamedPositionIndex(name);
+        if (sorted.empty())
+            sorted = SortNames(other);
+        auto const entry = std::lower_bound(sorted.begin(), sorted.end(), NamedPlace{name, 0});
+        return entry != sorted.end() && entry->first == name ? entry->second : -1;
+    };
     for (std::int64_t place = 0; place < size; ++place) {
         auto const* position = m_positions->Find(m_vertices[static_cast<std::size_t>(place)].Index());
         if (position && position->Name().empty())
             continue;
-        auto const otherPlace = position ? otherPlaces.Find(position->Name()) : -1;
+        auto const otherPlace = position ? findInOther(position->Name()) : -1;
         auto const difference = static_cast<int>((size - otherPlace + place) % size);
         ok = otherPlace >= 0 && shift.value_or(difference) == difference;
         if (!ok)
@@ -114,6 +103,41 @@ std::optional<int> ShiftOfPartner(Loop const& first, Loop const& second) {
         return ShiftByIndex(first, second);
     auto const opposite = ShiftByName(second, first);
     return opposite ? std::optional(Reversed(first, *opposite)) : std::nullopt;
+}
+
+std::uint64_t Mix(std::uint64_t first, std::uint64_t second) {
+    std::uint64_t mixed = first * 0x9e3779b97f4a7c15u + second;
+    mixed = (mixed ^ (mixed >> 32)) * 0xd6e8feb86659fd93u;
+    return mixed ^ (mixed >> 32);
+}
+
+/// Lining up means the same cycle of names with the same steps between them. So the key is a sum over the named
+/// vertices, of the name, the steps to the next and its name: it is the same wherever the cycle is entered.
+std::uint64_t KeyOf(Loop const& loop) {
+    auto const size = loop.Vertices().size();
+    std::uint64_t sum = 0, firstPlace = size, firstName = 0, lastPlace = 0, lastName = 0;
+    for (std::size_t place = 0; place < size; ++place) {
+        auto const* text = NameAt(loop, place);
+        if (!text)
+            continue;
+        std::uint64_t const name = std::hash<std::string>{}(*text);
+        if (firstPlace < size) {
+            sum += Mix(lastName + (place - lastPlace), name);
+        } else {
+            firstPlace = place;
+            firstName = name;
+        }
+        lastPlace = place;
+        lastName = name;
+    }
+    if (firstPlace < size)
+        sum += Mix(lastName + (size + firstPlace - lastPlace), firstName);
+    return Mix(size, sum);
+}
+
+bool HaveKeys(std::vector<Loop> const& loops) {
+    return std::all_of(loops.begin(), loops.end(),
+                       [](Loop const& loop) { return loop.Positions().NamedCount() >= 1; });
 }
 
 } // namespace qel::Sectrix

@@ -9,7 +9,7 @@
 #include <vector>
 
 /// \file
-/// Internal: two loops laid one on the other, by their names or vertex by vertex.
+/// Internal: two loops laid one on the other, by their names or vertex by vertex, and numbers made of their names.
 
 namespace qel::Sectrix {
 
@@ -36,6 +36,16 @@ std::optional<int> ShiftOfCompatible(Loop const& first, Loop const& second);
 /// `BlendShift` of two holes of which `second` is compatible with `first`, the other way round than it is blended;
 /// nothing when it is not.
 std::optional<int> ShiftOfPartner(Loop const& first, Loop const& second);
+
+/// A key that two loops have in common whenever they line up by their names. It says where to look for a partner;
+/// what it leads to is tested before it counts.
+std::uint64_t KeyOf(Loop const& loop);
+
+/// True when all these loops are over pools with names, without which their keys say nothing.
+bool HaveKeys(std::vector<Loop> const& loops);
+
+/// Scatters two numbers over the 64 bits of one.
+std::uint64_t Mix(std::uint64_t first, std::uint64_t second);
 
 /// The item at `place` when it passes the test; else, with `byName` true, the first that does; else null.
 template <class Item, class Test>

@@ -1,41 +1,57 @@
 #include "sectrix/sections/blending/section_pairing.h"
 #include "sectrix/sections/blending/loop_alignment.h"
-#include "sectrix/sections/blending/name_keys.h"
+
+#include <utility>
 
 namespace qel::Sectrix {
 
-HolePair HoleSearch::Find(Loop const& hole, std::uint64_t place) {
-    auto const& loops = m_searched.InteriorLoops();
-    HolePair pair;
-    auto const isPartner = [&](Loop const& loop) {
-        auto const shift = ShiftOfPartner(loop, hole);
-        if (shift)
-            pair = {&loop, *shift};
-        return shift.has_value();
-    };
-    if (place < loops.size() && isPartner(loops[place]))
-        return pair;
-    if (!HaveNames(m_searched.Positions(), hole.Positions()))
-        return pair;
-    bool const byKey = hole.Positions().NamedCount() >= 1 && HaveNames(loops);
-    auto const* loop = byKey ? FindByKey(hole) : nullptr;
-    // Loops of one key differ only where the key is that of other names by chance.
-    if (!byKey || (loop && !isPartner(*loop) && hole.IsCompatible(hole)))
-        FindFirst(loops, loops.size(), true, isPartner);
-    return pair;
-}
+namespace {
 
-Loop const* HoleSearch::FindByKey(Loop const& hole) {
-    auto const& loops = m_searched.InteriorLoops();
-    if (m_keyed.empty()) {
-        for (std::size_t place = 0; place < loops.size(); ++place)
-            m_keyed.emplace_back(KeyOf(loops[place]), place);
-        std::sort(m_keyed.begin(), m_keyed.end());
+/// Finds the partners of holes among the interior loops of one section.
+class HoleSearch {
+public:
+    explicit HoleSearch(CrossSection const& searched)
+        : m_pool(searched.Positions()), m_loops(searched.InteriorLoops()) {}
+
+    /// The partner of `hole`, `place` tried first.
+    HolePair Find(Loop const& hole, std::size_t place) {
+        HolePair pair;
+        auto const isPartner = [&](Loop const& loop) {
+            auto const shift = ShiftOfPartner(loop, hole);
+            if (shift)
+                pair = {&loop, *shift};
+            return shift.has_value();
+        };
+        if ((place < m_loops.size() && isPartner(m_loops[place])) || !HaveNames(m_pool, hole.Positions()))
+            return pair;
+        bool const byKey = HaveKeys(m_loops);
+        auto const* loop = byKey ? FindByKey(hole) : nullptr;
+        // A good loop does not fit the first of its key only where other names have the same key by chance.
+        if (!byKey || (loop && !isPartner(*loop) && hole.IsCompatible(hole)))
+            FindFirst(m_loops, m_loops.size(), true, isPartner);
+        return pair;
     }
-    auto const key = KeyOf(hole);
-    auto const found = std::lower_bound(m_keyed.begin(), m_keyed.end(), std::pair(key, std::size_t{0}));
-    return found != m_keyed.end() && found->first == key ? &loops[found->second] : nullptr;
-}
+
+private:
+    /// The first loop that has the key of `hole`, or null.
+    Loop const* FindByKey(Loop const& hole) {
+        if (m_keyed.empty()) {
+            for (std::size_t place = 0; place < m_loops.size(); ++place)
+                m_keyed.emplace_back(KeyOf(m_loops[place]), place);
+            std::sort(m_keyed.begin(), m_keyed.end());
+        }
+        auto const key = KeyOf(hole);
+        auto const found = std::lower_bound(m_keyed.begin(), m_keyed.end(), std::pair(key, std::size_t{0}));
+        return found != m_keyed.end() && found->first == key ? &m_loops[found->second] : nullptr;
+    }
+
+    CSPositions const& m_pool;
+    std::vector<Loop> const& m_loops;
+    /// The keys of the loops and their places, ascending. Empty until a hole does not fit the place to try first.
+    std::vector<std::pair<std::uint64_t, std::size_t>> m_keyed;
+};
+
+} // namespace
 
 Loop const& CrossSection::GetCompatibleInteriorLoop(Loop const& loop, std::uint64_t place, bool& found) const {
     auto const* partner = FindFirst(m_interiorLoops, place, HaveNames(*m_positions, loop.Positions()),
@@ -45,10 +61,9 @@ Loop const& CrossSection::GetCompatibleInteriorLoop(Loop const& loop, std::uint6
 }
 
 bool CrossSection::IsCompatible(CrossSection const& other, bool convex) const {
-    if (!convex) {
-        SectionPair pair;
+    SectionPair pair;
+    if (!convex)
         return AreCompatible(*this, other, pair);
-    }
     if (HaveNames(*m_positions, *other.m_positions) && GetNamedPositionCount() != other.GetNamedPositionCount())
         return false;
     // Built in this order, which the indices of the positions that are added depend on.
@@ -65,19 +80,17 @@ bool AreCompatible(CrossSection const& first, CrossSection const& second, Sectio
          first.GetNamedPositionCount() != second.GetNamedPositionCount()))
         return false;
     auto const exteriorShift = ShiftOfCompatible(first.ExteriorLoop(), second.ExteriorLoop());
-    if (!exteriorShift)
-        return false;
     pair.m_first = &first;
     pair.m_second = &second;
-    pair.m_exteriorShift = *exteriorShift;
+    pair.m_exteriorShift = exteriorShift.value_or(0);
     pair.m_holes.clear();
     HoleSearch search(first);
-    for (std::size_t place = 0; place < holes.size(); ++place) {
+    bool isGood = exteriorShift.has_value();
+    for (std::size_t place = 0; isGood && place < holes.size(); ++place) {
         pair.m_holes.push_back(search.Find(holes[place], place));
-        if (!pair.m_holes.back().m_partner)
-            return false;
+        isGood = pair.m_holes.back().m_partner != nullptr;
     }
-    return true;
+    return isGood;
 }
 
 SectionPair PairLoops(CrossSection const& first, CrossSection const& second) {

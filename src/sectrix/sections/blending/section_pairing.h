@@ -2,9 +2,6 @@
 
 #include "sectrix/sections/cross_section.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <utility>
 #include <vector>
 
 /// \file
@@ -12,7 +9,7 @@
 
 namespace qel::Sectrix {
 
-/// The partner of a hole of the second section, and how the two lie one on the other.
+/// The partner of a hole of the second section: what `GetCompatibleInteriorLoop` of the first finds for it.
 struct HolePair {
     /// In the first section; null where there is none.
     Loop const* m_partner = nullptr;
@@ -28,26 +25,6 @@ struct SectionPair {
     int m_exteriorShift = 0;
     /// One for each interior loop of the second, in its order.
     std::vector<HolePair> m_holes;
-};
-
-/// The partners of holes among the interior loops of one section: those that `GetCompatibleInteriorLoop` gives,
-/// asked for one after the other.
-class HoleSearch {
-public:
-    explicit HoleSearch(CrossSection const& searched) : m_searched(searched) {}
-
-    /// The partner of `hole`, `place` tried first.
-    HolePair Find(Loop const& hole, std::uint64_t place);
-
-private:
-    /// The first of the searched loops whose key is that of `hole`, and so the partner if there is one; null when
-    /// no key is the same.
-    Loop const* FindByKey(Loop const& hole);
-
-    CrossSection const& m_searched;
-    /// The keys of the loops and their places, ascending. Empty until a search is not answered by the place to try
-    /// first.
-    std::vector<std::pair<std::uint64_t, std::size_t>> m_keyed;
 };
 
 /// `CrossSection::IsCompatible` without convex loops.

@@ -2,112 +2,183 @@
 #include "sectrix/sections/blending/loop_alignment.h"
 
 #include <cassert>
+#include <map>
 #include <numeric>
+#include <unordered_map>
+#include <utility>
 
 namespace qel::Sectrix {
 
-CrossSection const* SectionSearch::Find(CrossSection const& section, std::uint64_t place) {
-    auto const& items = m_searched.Items();
-    if (place < items.size() && IsPartner(section, items[place]))
-        return &items[place];
-    if (!HaveNames(m_searched.Positions(), section.Positions()))
-        return nullptr;
-    return CountNames() ? FindByKey(section) : Walk(section);
-}
-
-bool SectionSearch::IsPartner(CrossSection const& section, CrossSection const& candidate) {
-    if (!m_convex)
-        return AreCompatible(section, candidate, m_pair);
-    m_pair.m_first = &section;
-    m_pair.m_second = &candidate;
-    return section.IsCompatible(candidate, true);
-}
-
-/// The first partner in list order, whatever the keys say.
-CrossSection const* SectionSearch::Walk(CrossSection const& section) {
-    auto const& items = m_searched.Items();
-    return FindFirst(items, items.size(), true,
-                     [&](CrossSection const& candidate) { return IsPartner(section, candidate); });
-}
-
-/// Counts once; false when a search by keys is not possible.
-bool SectionSearch::CountNames() {
-    if (!m_counts.empty())
-        return m_isKeyed;
-    for (auto const& section : m_searched.Items()) {
-        // Over a pool without names, sections are compared without a look at the numbers.
-        m_isKeyed = m_isKeyed && section.Positions().NamedCount() >= 1;
-        m_counts.push_back(section.GetNamedPositionCount());
-        m_filed.emplace(m_counts.back(), 0);
-    }
-    return m_isKeyed;
-}
-
-CrossSection const* SectionSearch::FindByKey(CrossSection const& section) {
-    auto const count = section.GetNamedPositionCount();
-    auto const filed = m_filed.find(count);
-    if (filed == m_filed.end())
-        return nullptr;
-    SectionKey key;
-    if (!key.Set(section, m_convex, count) || !FileUntilFound(key.Whole(), count, filed->second))
-        return Walk(section);
-    auto const& items = m_searched.Items();
-    auto const same = m_firstOf.find(key.Whole());
-    auto best = same != m_firstOf.end() ? same->second : items.size();
-    auto const end = m_repeating.lower_bound(key.m_holes.size());
-    for (auto group = m_repeating.begin(); group != end; ++group)
-        for (auto const& [place, other] : group->second)
-            if (place < best && key.HasMoreThan(other) && IsPartner(section, items[place]))
-                best = place;
-    if (best == items.size())
-        return nullptr;
-    // Sections of one key differ only where the key is that of other names by chance, or where the outline cannot
-    // line up with any.
-    return IsPartner(section, items[best]) ? &items[best] : Walk(section);
-}
-
-/// Goes on through the sections with so many names where it was left, and so builds convex loops in list order and
-/// no further than to the partner. False once a section is met that has no key.
-bool SectionSearch::FileUntilFound(std::uint64_t wanted, std::uint64_t count, std::size_t& next) {
-    SectionKey key;
-    for (; m_isKeyed && next < m_counts.size() && m_firstOf.count(wanted) == 0; ++next) {
-        if (m_counts[next] != count)
-            continue;
-        auto const& section = m_searched.Items()[next];
-        auto const& holes = section.InteriorLoops();
-        m_isKeyed = key.Set(section, m_convex, count);
-        // A hole that bears a name twice or has an index that is not in its pool has no partner anywhere.
-        if (!m_isKeyed || (!m_convex && !std::all_of(holes.begin(), holes.end(),
-                                                     [](Loop const& hole) { return hole.IsCompatible(hole); })))
-            continue;
-        m_firstOf.emplace(key.Whole(), next);
-        if (!m_convex && key.m_holes.size() < holes.size())
-            m_repeating[key.m_holes.size()].emplace_back(next, key);
-    }
-    return m_isKeyed;
-}
-
 namespace {
 
-/// Hands over the pair of each section of `first` with its partner, in order; false once there is none.
+/// What a section must have in common with its partner.
+///
+/// Every hole of a partner has its own partner in the section, and there are equally many. So a partner has the
+/// holes of the section, apart from how often each repeats, or, where its own holes repeat, fewer different ones.
+struct SectionKey {
+    /// Of the numbers of named positions and of interior loops, and of the exterior loop. Where convex loops are
+    /// compared, of them all in their order.
+    std::uint64_t m_outline = 0;
+    /// The keys of the interior loops, each once, ascending. Empty where convex loops are compared.
+    std::vector<std::uint64_t> m_holes;
+
+    /// Makes the key, building the convex loops when they are what is compared. False when some loop is not
+    /// compared by names.
+    bool Set(CrossSection const& section, bool convex, std::uint64_t namedCount) {
+        auto const& loops = convex ? section.ConvexLoops() : section.InteriorLoops();
+        m_outline = Mix(namedCount, loops.size());
+        m_holes.clear();
+        if (!HaveKeys(loops) || section.ExteriorLoop().Positions().NamedCount() < 1)
+            return false;
+        if (!convex)
+            m_outline = Mix(m_outline, KeyOf(section.ExteriorLoop()));
+        for (auto const& loop : loops)
+            if (convex)
+                m_outline = Mix(m_outline, KeyOf(loop));
+            else
+                m_holes.push_back(KeyOf(loop));
+        std::sort(m_holes.begin(), m_holes.end());
+        m_holes.erase(std::unique(m_holes.begin(), m_holes.end()), m_holes.end());
+        return true;
+    }
+
+    /// Of sections that have all this in common.
+    std::uint64_t Whole() const { return std::accumulate(m_holes.begin(), m_holes.end(), m_outline, Mix); }
+
+    /// True when the holes of `other` are some of these.
+    bool Covers(SectionKey const& other) const {
+        return other.m_outline == m_outline &&
+               std::includes(m_holes.begin(), m_holes.end(), other.m_holes.begin(), other.m_holes.end());
+    }
+};
+
+/// Finds the partners of sections among those of one set: what `GetCompatibleSection` finds, asked for one after
+/// the other. Convex loops are built as its walk would build them: in list order, of the sections that are
+/// compared, up to the partner.
+class SectionSearch {
+public:
+    SectionSearch(CrossSections const& searched, bool convex)
+        : m_pool(searched.Positions()), m_items(searched.Items()), m_convex(convex) {}
+
+    /// Whether `section` has a partner, `place` tried first.
+    bool Find(CrossSection const& section, std::size_t place) {
+        if (place < m_items.size() && IsPartner(section, m_items[place]))
+            return true;
+        if (!HaveNames(m_pool, section.Positions()))
+            return false;
+        CountNames();
+        return m_isKeyed ? FindByKey(section) : Walk(section);
+    }
+
+    /// The section and the partner that were found last and, unless convex loops are compared, how their loops
+    /// pair.
+    SectionPair const& Pair() const { return m_pair; }
+
+private:
+    bool IsPartner(CrossSection const& section, CrossSection const& candidate) {
+        if (!m_convex)
+            return AreCompatible(section, candidate, m_pair);
+        m_pair.m_first = &section;
+        m_pair.m_second = &candidate;
+        return section.IsCompatible(candidate, true);
+    }
+
+    /// Whatever the keys say.
+    bool Walk(CrossSection const& section) {
+        auto const isPartner = [&](CrossSection const& candidate) { return IsPartner(section, candidate); };
+        return std::any_of(m_items.begin(), m_items.end(), isPartner);
+    }
+
+    void CountNames() {
+        if (!m_namedCounts.empty())
+            return;
+        for (auto const& section : m_items) {
+            // Without names in its own pool, a section is compared whatever these numbers are.
+            m_isKeyed = m_isKeyed && section.Positions().NamedCount() >= 1;
+            m_namedCounts.push_back(section.GetNamedPositionCount());
+            m_filed.emplace(m_namedCounts.back(), 0);
+        }
+    }
+
+    bool FindByKey(CrossSection const& section) {
+        auto const namedCount = section.GetNamedPositionCount();
+        auto const filed = m_filed.find(namedCount);
+        if (filed == m_filed.end())
+            return false;
+        SectionKey key;
+        if (!key.Set(section, m_convex, namedCount) || !FileUpTo(key.Whole(), namedCount, filed->second))
+            return Walk(section);
+        auto const same = m_firstOf.find(key.Whole());
+        auto best = same != m_firstOf.end() ? same->second : m_items.size();
+        auto const end = m_repeating.lower_bound(key.m_holes.size());
+        for (auto group = m_repeating.begin(); group != end; ++group)
+            for (auto const& [place, other] : group->second)
+                if (place < best && key.Covers(other) && IsPartner(section, m_items[place]))
+                    best = place;
+        // The first of the same key is no partner only where other names have this key by chance, or where the
+        // section does not even line up with itself, which ends the comparison of the sets.
+        return best < m_items.size() && (IsPartner(section, m_items[best]) || Walk(section));
+    }
+
+    /// Files the sections with so many names from `next` on, up to one with this key: none is built that a walk to
+    /// the partner would not build. False once there is one without a key.
+    bool FileUpTo(std::uint64_t wanted, std::uint64_t namedCount, std::size_t& next) {
+        SectionKey key;
+        for (; m_isKeyed && next < m_items.size() && m_firstOf.count(wanted) == 0; ++next) {
+            if (m_namedCounts[next] != namedCount)
+                continue;
+            m_isKeyed = key.Set(m_items[next], m_convex, namedCount);
+            auto const& holes = m_items[next].InteriorLoops();
+            // A hole that bears a name twice or has an index that is not in its pool has no partner anywhere.
+            bool const isHopeless = !m_convex && !std::all_of(holes.begin(), holes.end(), [](Loop const& hole) {
+                return hole.IsCompatible(hole);
+            });
+            if (!m_isKeyed || isHopeless)
+                continue;
+            m_firstOf.emplace(key.Whole(), next);
+            if (!m_convex && key.m_holes.size() < holes.size())
+                m_repeating[key.m_holes.size()].emplace_back(next, key);
+        }
+        return m_isKeyed;
+    }
+
+    CSPositions const& m_pool;
+    std::vector<CrossSection> const& m_items;
+    bool const m_convex;
+    SectionPair m_pair;
+    /// How many named positions each section has: only sections with equally many are compared any further. Empty
+    /// until a section does not fit the place to try first.
+    std::vector<std::uint64_t> m_namedCounts;
+    /// For each of these numbers, the place up to which the sections that have it are filed.
+    std::map<std::uint64_t, std::size_t> m_filed;
+    /// The first place of each key.
+    std::unordered_map<std::uint64_t, std::size_t> m_firstOf;
+    /// Places and keys of the sections whose holes repeat, by how many different holes they have.
+    std::map<std::size_t, std::vector<std::pair<std::size_t, SectionKey>>> m_repeating;
+    /// False once there was a section that is not compared by names alone.
+    bool m_isKeyed = true;
+};
+
+/// Hands over the pair of each section of `first` and its partner, in order; false once there is none.
 template <class Take>
 bool FindPartners(CrossSections const& first, CrossSections const& second, bool convex, Take const& take) {
-    if (first.Items().size() != second.Items().size())
-        return false;
+    auto const& sections = first.Items();
     SectionSearch search(second, convex);
-    for (std::size_t place = 0; place < first.Items().size(); ++place) {
-        if (!search.Find(first.Items()[place], place))
-            return false;
-        take(search.Pair());
+    bool isGood = sections.size() == second.Items().size();
+    for (std::size_t place = 0; isGood && place < sections.size(); ++place) {
+        isGood = search.Find(sections[place], place);
+        if (isGood)
+            take(search.Pair());
     }
-    return true;
+    return isGood;
 }
 
 /// How many positions the builds of convex loops have added.
 std::size_t CountAdded(CrossSections const& set) {
-    return std::accumulate(
-        set.Items().begin(), set.Items().end(), std::size_t{0},
-        [](std::size_t sum, CrossSection const& section) { return sum + section.AddedVertices().size(); });
+    std::size_t count = 0;
+    for (auto const& section : set.Items())
+        count += section.AddedVertices().size();
+    return count;
 }
 
 } // namespace
@@ -128,18 +199,16 @@ bool CrossSections::IsCompatible(CrossSections const& other, bool convex) const 
 std::optional<std::vector<SectionPair>> PairSections(CrossSections const& first, CrossSections const& second,
                                                      bool convex) {
     std::vector<SectionPair> pairs;
-    auto const collect = [&] {
-        pairs.clear();
-        pairs.reserve(first.Items().size());
-        return FindPartners(first, second, convex, [&](SectionPair const& pair) { pairs.push_back(pair); });
-    };
+    pairs.reserve(first.Items().size());
+    auto const take = [&pairs](SectionPair const& pair) { pairs.push_back(pair); };
     auto const addedBefore = CountAdded(first) + CountAdded(second);
-    if (!collect())
+    if (!FindPartners(first, second, convex, take))
         return std::nullopt;
     if (CountAdded(first) + CountAdded(second) != addedBefore) {
-        // An index that has become valid stands for a position without a name: it can only make loops line up.
-        [[maybe_unused]] bool const isStillTrue = collect();
-        assert(isStillTrue);
+        pairs.clear();
+        // What has become valid is a position without a name, which keeps no loop from lining up.
+        [[maybe_unused]] bool const isStillGood = FindPartners(first, second, convex, take);
+        assert(isStillGood);
     }
     if (convex)
         for (auto& pair : pairs)
