@@ -173,6 +173,10 @@ TEST_F(Records, NothingStaysOnABorrowedConnection) {
         gvs::Database database(host.m_connection);
         EXPECT_EQ(Pull(Geometry(L"plain"), &database), "400 0 1 0");
         EXPECT_EQ(sqlite3_txn_state(host.m_connection, nullptr), SQLITE_TXN_NONE);
+        {
+            mvq::SATDefinitions const table(&database);
+            EXPECT_EQ(sqlite3_txn_state(host.m_connection, "main"), SQLITE_TXN_READ);
+        }
         auto* const kept = sqlite3_next_stmt(host.m_connection, nullptr);
         EXPECT_EQ(Pull(Geometry(L"zeros"), &database).size(), 3u);
         EXPECT_EQ(sqlite3_next_stmt(host.m_connection, nullptr), kept); // the same statements again
@@ -182,6 +186,32 @@ TEST_F(Records, NothingStaysOnABorrowedConnection) {
     sqlite3_db_config(host.m_connection, SQLITE_DBCONFIG_DEFENSIVE, -1, &isSet);
     EXPECT_EQ(isSet, 0);
     host.Each("PRAGMA busy_timeout", [](auto* row) { EXPECT_EQ(sqlite3_column_int(row, 0), 5); });
+}
+
+TEST_F(Records, ABorrowedConnectionNeedsNoLeaveButToRead) {
+    Host const host(MakeFrom("definitions.sql"));
+    auto const mayRead = [](void*, int action, char const* table, char const*, char const*, char const*) {
+        bool const isOfTheModel = action == SQLITE_READ && std::string(table).compare(0, 4, "SAT_") == 0;
+        return action == SQLITE_SELECT || isOfTheModel ? SQLITE_OK : SQLITE_DENY;
+    };
+    sqlite3_set_authorizer(host.m_connection, mayRead, nullptr);
+    gvs::Database database(host.m_connection);
+    EXPECT_EQ(Pull(Geometry(L"plain"), &database), "400 0 1 0");
+    EXPECT_EQ(Pull(Obj(1, {}, {}, {}, {}, {}, {}), &database).substr(0, 2), "! ");
+}
+
+TEST_F(Records, AHostMayChangeATableInUse) {
+    Host const host(Make("changed.db", "CREATE TABLE t (a, b, c); INSERT INTO t VALUES (1, 2, 3), (4, 5, 6)"));
+    gvs::Database database(host.m_connection);
+    mvq::DbTable table(&database, L"t");
+    table.querySequential(2);
+    ASSERT_TRUE(table.readNext());
+    host.Run("ALTER TABLE t ADD COLUMN d DEFAULT 7; ALTER TABLE t DROP COLUMN a");
+    table.querySequential(2); // the same statement
+    ASSERT_TRUE(table.readNext());
+    EXPECT_EQ(table.getInt32Value(L"c"), 6);
+    EXPECT_EQ(table.getInt64Value(L"rowid"), 2);
+    EXPECT_THROW(table.isNull(L"a"), gvs::Error);
 }
 
 TEST_F(Records, BadDatabasesRaiseTheReason) {

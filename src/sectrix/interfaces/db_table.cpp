@@ -107,7 +107,7 @@ gvs::TableDef const& DbTable::getDef() const {
 int DbTable::PlaceOf(wchar_t const* column) const {
     if (!m_query || sqlite3_data_count(m_query->Handle()) == 0)
         throw gvs::Error("there is no current row");
-    return m_table.PlaceOf(column);
+    return m_table.PlaceOf(column, *m_query);
 }
 
 } // namespace mvq

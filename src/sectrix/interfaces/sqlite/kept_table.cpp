@@ -2,7 +2,6 @@
 #include "sectrix/interfaces/sqlite/guard.h"
 
 #include <algorithm>
-#include <cstring>
 #include <new>
 #include <sqlite3.h>
 
@@ -61,14 +60,14 @@ void KeptTable::Begin() {
 }
 
 void KeptTable::ReadSchema() {
-    // Under some settings of a connection SQLite puts "t." before the name of each column.
     Statement const named(m_database, "SELECT t.* FROM (SELECT 1 AS a) AS t");
-    auto const prefix = std::strlen(ColumnName(named, 0)) - 1;
+    m_prefix = ColumnName(named, 0);
+    m_prefix.pop_back();
     Statement const all(m_database, "SELECT t.* FROM " + m_source + " AS t");
     int const count = sqlite3_column_count(all.Handle());
     m_columns.m_columns.clear();
     for (int place = 0; place < count; ++place)
-        m_columns.m_columns.emplace_back(ColumnName(all, place) + prefix);
+        m_columns.m_columns.emplace_back(ColumnName(all, place) + m_prefix.size());
 
     auto* const connection = m_database.m_connection.get();
     bool const hasRoom = count < sqlite3_limit(connection, SQLITE_LIMIT_COLUMN, -1);
@@ -96,13 +95,15 @@ Statement& KeptTable::Select(std::string const& what, Expression const* filter) 
     return query;
 }
 
-int KeptTable::PlaceOf(wchar_t const* column) const {
+int KeptTable::PlaceOf(wchar_t const* column, Statement const& rows) const {
+    // Of the query, not of `m_columns`: a host may have changed the table since, on the connection that it lends.
     auto const name = ToSqlText(column);
-    int const first = m_rowId.empty() ? 0 : 1; // of the columns, behind the row id
-    if (first == 1 && sqlite3_stricmp(name.c_str(), "rowid") == 0)
+    if (!m_rowId.empty() && sqlite3_stricmp(name.c_str(), "rowid") == 0)
         return 0;
-    if (auto const* found = m_columns[column])
-        return first + static_cast<int>(found - m_columns.m_columns.data());
+    auto const full = m_prefix + name;
+    for (int place = m_rowId.empty() ? 0 : 1; place < sqlite3_column_count(rows.Handle()); ++place)
+        if (sqlite3_stricmp(ColumnName(rows, place), full.c_str()) == 0)
+            return place;
     throw Error("no such column: " + name);
 }
 

@@ -20,15 +20,15 @@ namespace gvs {
 /// of the statement `m_reading`; where the schema has changed since, by whomever, SQLite compiles that statement
 /// anew before the step. So when it has done that, all that the table holds is dropped and made afresh, and else
 /// all of it is good.
-class SECTRIX_EXPORT KeptTable {
+class KeptTable {
 public:
     /// Begins a use: of a table that the database keeps, or of a new one. From then on the database is read in one
     /// state, whatever other connections write.
     /// \return a list of one.
-    static std::list<KeptTable> Take(Database& database, wchar_t const* name);
+    SECTRIX_EXPORT static std::list<KeptTable> Take(Database& database, wchar_t const* name);
     /// Ends the use, and with it the table's hold on the database, which keeps the table. Needs no memory, so it
     /// cannot fail.
-    static void Keep(std::list<KeptTable>& table) noexcept;
+    SECTRIX_EXPORT static void Keep(std::list<KeptTable>& table) noexcept;
     /// For `Take`; begins no use.
     /// \param name  in UTF-8.
     KeptTable(Database& database, std::string const& name);
@@ -41,12 +41,12 @@ public:
     /// Another query, also while one for rows is at work.
     /// \param what    of a row, in SQL.
     /// \param filter  null or empty for all rows.
-    Statement& Select(std::string const& what, Expression const* filter);
-    /// The place of a column in what `Rows` gives.
+    SECTRIX_EXPORT Statement& Select(std::string const& what, Expression const* filter);
+    /// The place of a column in the row that a query of `Rows` stands on.
     /// \throws Error when there is none.
-    int PlaceOf(wchar_t const* column) const;
+    SECTRIX_EXPORT int PlaceOf(wchar_t const* column, Statement const& rows) const;
     /// Stores bytes in a column of the row with this row id.
-    void Store(wchar_t const* column, std::int64_t rowId, void const* data, int size);
+    SECTRIX_EXPORT void Store(wchar_t const* column, std::int64_t rowId, void const* data, int size);
 
 private:
     void Begin();
@@ -62,6 +62,8 @@ private:
     /// How often SQLite had compiled `m_reading` anew when what follows was made; -1 before that.
     int m_recompilations = -1;
     TableDef m_columns;
+    /// What SQLite puts before the name of each column: "t." under some settings of a connection, else nothing.
+    std::string m_prefix;
     /// The name by which SQL reaches the row id. Empty for what has none: views, and tables made WITHOUT ROWID; and
     /// for a table of SQLite's greatest number of columns, where a query has no room for it.
     std::string m_rowId;

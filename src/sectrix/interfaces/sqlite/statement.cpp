@@ -65,7 +65,8 @@ bool IsTable(sqlite3* connection, std::string const& table, char const* column) 
 
 Statement::Statement(Database& database, std::string const& sql)
     : m_database(database), m_handle(nullptr, sqlite3_finalize) {
-    BeginStep(); // SQLite may have to read the schema
+    if (database.m_guard)
+        database.m_guard->BeginStep(); // SQLite may have to read the schema
     sqlite3_stmt* handle = nullptr;
     int const result = sqlite3_prepare_v3(database.m_connection.get(), sql.data(), static_cast<int>(sql.size()),
                                           SQLITE_PREPARE_PERSISTENT, &handle, nullptr);
@@ -88,7 +89,8 @@ void Statement::Bind(int place, void const* data, int size) {
 }
 
 bool Statement::Step() {
-    BeginStep();
+    if (m_database.m_guard)
+        m_database.m_guard->BeginStep();
     int const result = sqlite3_step(Handle());
     Check(result);
     return result == SQLITE_ROW;
@@ -97,11 +99,6 @@ bool Statement::Step() {
 void Statement::Reset() noexcept {
     sqlite3_reset(Handle());
     sqlite3_clear_bindings(Handle());
-}
-
-void Statement::BeginStep() {
-    if (m_database.m_guard)
-        m_database.m_guard->BeginStep();
 }
 
 void Statement::Check(int result) const {

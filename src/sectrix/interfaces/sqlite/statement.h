@@ -50,8 +50,6 @@ public:
     sqlite3_stmt* Handle() const { return m_handle.get(); }
 
 private:
-    /// Gives SQLite the whole budget of a step.
-    void BeginStep();
     /// Raises what SQLite says, unless all went well.
     void Check(int result) const;
 
