@@ -199,15 +199,11 @@ protected:
 private:
     friend class CrossSections;
 
-    /// Merges up to `limit` holes of the working list into the outline, and returns how many.
+    // In cutting/hole_removal.cpp and cutting/convex_decomposition.cpp, where they are described.
     std::size_t MergeHoles(std::size_t limit) const;
-    /// Puts the merged outline into the working list in place of the old one and of the holes that are part of it
-    /// now. Changes nothing when memory runs out.
     void TakeMerged(HoleMerger const& merger) const;
-    /// Makes room in the list of convex loops. On its own it would copy the vertices of them all.
     void ReserveConvexLoops(std::size_t size) const;
-    /// Fills the working list, merges the holes and cuts. The list must be empty.
-    void Build() const;
+
     /// Binds the section and its loops to the pool `to` as far as they are bound to `from`. Indices keep their
     /// meaning.
     void Rebind(CSPositions const& from, CSPositions& to);

@@ -10,12 +10,8 @@ std::vector<Loop>& CrossSection::GetConvexLoops() {
 }
 
 std::vector<Loop> const& CrossSection::ConvexLoops() const {
-    if (m_convexLoops.empty() && !m_exteriorLoop.Vertices().empty())
-        Build();
-    return m_convexLoops;
-}
-
-void CrossSection::Build() const {
+    if (!m_convexLoops.empty() || m_exteriorLoop.Vertices().empty())
+        return m_convexLoops;
     auto const addedBefore = m_addedVertices.size();
     auto const poolBefore = m_positions->m_positions.size();
     try {
@@ -31,6 +27,7 @@ void CrossSection::Build() const {
             m_positions->m_positions.pop_back(); // bridge feet, which have no names
         throw;
     }
+    return m_convexLoops;
 }
 
 void CrossSection::BuildConvexLoops() const {
@@ -73,6 +70,7 @@ void CrossSection::BuildConvexLoops() const {
     }
 }
 
+/// Makes room in the list of convex loops. On its own it would copy the vertices of them all.
 void CrossSection::ReserveConvexLoops(std::size_t size) const {
     if (size <= m_convexLoops.capacity())
         return;

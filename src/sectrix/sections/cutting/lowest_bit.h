@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 
@@ -8,8 +9,9 @@
 
 namespace qel::Sectrix {
 
-/// The place of the lowest bit that is set in a word, which must not be zero.
+/// Which bit is the lowest that is set in a word, which must not be zero.
 inline std::size_t LowestBit(std::uint64_t word) {
+    assert(word != 0);
 #if defined(__GNUC__)
     return static_cast<std::size_t>(__builtin_ctzll(word));
 #else

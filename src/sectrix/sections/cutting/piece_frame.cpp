@@ -1,22 +1,19 @@
 #include "sectrix/sections/cutting/piece_frame.h"
 #include "sectrix/sections/cutting/turn.h"
 
+#include <cassert>
 #include <cmath>
 
 namespace qel::Sectrix {
 
 bool PieceFrame::Reset(Scratch::List<Point> const& corners, double leastTurn, double turnError, double pointError) {
+    assert(corners.size() >= 3 && leastTurn > 0);
     m_sideCount = 0;
     if (!(leastTurn > 4 * turnError))
         return false;
     m_box = {};
     for (auto const& corner : corners)
         m_box.Widen(corner);
-    // A point in the piece has passed its edges, each moved outward by what the tolerance on a turn value comes to.
-    // Where two moved edges meet, their corner has moved by the sum of the two edges times the tolerance through
-    // the turn. No edge is longer than the box. In every direction one of the moved corners lies furthest, so that
-    // the frame may close around these. This holds for each shorter piece as well: its corners are among these, and
-    // its turns are no less than the least.
     double const factor = (kTurnTolerance + turnError) / (leastTurn - turnError);
     for (std::size_t axis = 0; axis < 2; ++axis) {
         m_margin[axis] = 2 * factor * (m_box.m_max[axis] - m_box.m_min[axis]) + pointError;
@@ -33,7 +30,7 @@ void PieceFrame::AddSides(Scratch::List<Point> const& corners) {
         AddSide(corners, corners[i], corners[i + 1]);
 }
 
-/// Adds the inner side of an edge, moved outward until all moved corners are on it.
+/// Adds the inner side of an edge, moved outward until all corners are on it wherever the margin may move them.
 void PieceFrame::AddSide(Scratch::List<Point> const& corners, Point const& tail, Point const& head) {
     double const dx = head[0] - tail[0];
     double const dy = head[1] - tail[1];

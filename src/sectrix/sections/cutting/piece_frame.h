@@ -7,20 +7,29 @@
 #include <cstddef>
 
 /// \file
-/// What lies around a convex piece.
+/// The region around a convex piece.
 
 namespace qel::Sectrix {
 
-/// A frame outside of which no point counts as contained in a convex piece, or in one that this shrinks to by the
-/// loss of its last corners, with the tolerances and all rounding counted in: a box, and the inner sides of some of
-/// the edges.
+/// A convex region around a convex piece: a box, and half-planes along some of the edges. It promises that no point
+/// outside of it counts as lying in the piece, nor in any that the piece shrinks to by the loss of its last
+/// corners, with the tolerances of that test and all rounding counted in. Points inside may lie in the piece or
+/// not.
+///
+/// The margin between piece and frame. A point counts as lying in the piece only if it is on the inner side of each
+/// edge when that is moved outward, by as much as the tolerance on the turn value comes to: t divided by the length
+/// of the edge. Take any direction. At one of the corners the piece reaches furthest in it, and the two edges e and
+/// f that meet there keep the point from lying further than where their moved lines meet. That is away from the
+/// corner by the vector (e + f) t / (e x f), where e x f is the turn at the corner, and along each axis by no more
+/// than twice the extent of the piece times t through the least turn. A shorter piece has some of the same corners,
+/// and no lesser turn.
 class PieceFrame {
 public:
     using Point = Vec<2, double>;
     using Box = BBox<2, double>;
 
-    /// Makes the frame of a piece, without sides; false when a corner is too flat to say how far off a point may
-    /// lie.
+    /// Makes the frame of a piece, without half-planes; false when a corner is too flat to say how far off a point
+    /// may lie.
     /// \param corners     of the piece, counter-clockwise; each run of three or more from the first on is strictly
     /// convex.
     /// \param leastTurn   the least of the turns to the left at the corners of all these runs, positive.
@@ -28,9 +37,10 @@ public:
     /// \param pointError  the same of a coordinate.
     bool Reset(Scratch::List<Point> const& corners, double leastTurn, double turnError, double pointError);
 
-    /// Adds the sides to the frame that has been made of these corners.
+    /// Adds the half-planes to the frame that has been made of these corners.
     void AddSides(Scratch::List<Point> const& corners);
 
+    /// The box.
     Box const& Bounds() const { return m_box; }
 
     /// True only when no point of the box is inside the frame; may be false even so.
@@ -50,7 +60,7 @@ public:
     }
 
 private:
-    /// The sum of x and y by these weights and the offset is negative outside.
+    /// A half-plane: the sum of x and y by these weights and the offset is negative outside.
     struct Side {
         double m_x, m_y, m_offset;
     };
@@ -61,7 +71,7 @@ private:
     static constexpr std::size_t kComparedEdges = 4;
 
     Box m_box;
-    /// How far out the tolerances and rounding move a corner, along each axis.
+    /// How far the frame is from the piece, along each axis.
     Point m_margin{};
     Side m_sides[kComparedEdges + 1];
     std::size_t m_sideCount = 0;

@@ -11,13 +11,13 @@
 
 namespace qel::Sectrix {
 
-/// A set of numbers from 0 to a fixed count, one bit each, with a second row of bits that tells which words of the
-/// first are not zero. So the next member is found in a few steps, however sparse the set is.
+/// A set of places as a bit set of two levels: one bit a place, and one bit a word of these that is not zero. So
+/// the next member is found in a few steps, however sparse the set is.
 class PlaceSet {
 public:
     explicit PlaceSet(std::pmr::memory_resource* memory) : m_words(memory), m_filled(memory) {}
 
-    /// Empties the set and makes room for the numbers 0 to `count` - 1.
+    /// Empties the set and makes room for the places 0 to `count` - 1.
     void Reset(int count) {
         m_words.assign(static_cast<std::size_t>(count) / 64 + 1, 0);
         m_filled.assign(m_words.size() / 64 + 1, 0);

@@ -1,6 +1,7 @@
 #include "sectrix/sections/cutting/ring_cutter.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 namespace qel::Sectrix {
@@ -12,11 +13,11 @@ using Point = Vec<2, double>;
 /// The square of a turn value, and the square of a squared distance, up to which two things count as one.
 double const kSquareTolerance = 1e-12;
 
-/// From this size on a chain is first looked at by its beginning.
-std::size_t const kLeastLong = 6;
+/// From this many vertices on a chain is first looked at by its beginning.
+std::size_t const kLongThreshold = 6;
 
-/// From this size on a ring has blocks of its vertices.
-std::size_t const kBlockThreshold = 48;
+/// From this many vertices on a ring has a hierarchy of boxes.
+std::size_t const kHierarchyThreshold = 48;
 
 bool IsSamePoint(Point const& p, Point const& q) {
     double const dx = p[0] - q[0];
@@ -33,52 +34,55 @@ bool IsTame(Point const& point) {
 } // namespace
 
 void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> const& points) {
+    assert(points.size() == vertices.size());
     int const count = static_cast<int>(vertices.size());
     m_size = vertices.size();
     m_first = 0;
     m_watches.clear();
     m_watches.reserve(2 * m_size); // mostly enough
-    m_notches.Reset(count);
+    m_reflex.Reset(count);
     m_candidates.Reset(count);
     m_ring.resize(m_size);
-    for (int number = 0; number < count; ++number) {
-        auto const place = static_cast<std::size_t>(number);
-        auto& entry = m_ring[place]; // filled in place, since a copy of what has just been written is slow
-        entry.m_point = points[place];
-        entry.m_previous = number > 0 ? number - 1 : count - 1;
-        entry.m_next = number + 1 < count ? number + 1 : 0;
-        entry.m_watch = -1;
+    for (int place = 0; place < count; ++place) {
+        auto& entry = VertexAt(place); // written here, since a copy of what has just been written is slow
+        entry.m_point = points[static_cast<std::size_t>(place)];
+        entry.m_previous = place > 0 ? place - 1 : count - 1;
+        entry.m_next = place + 1 < count ? place + 1 : 0;
+        entry.m_firstWatch = -1;
         entry.m_trial = 0;
-        entry.m_vertex = vertices[place];
+        entry.m_vertex = vertices[static_cast<std::size_t>(place)];
         entry.m_isInRing = true;
     }
-    for (int number = 0; number < count; ++number) {
-        if (IsNotchAt(number))
-            m_notches.Insert(number);
+    for (int place = 0; place < count; ++place) {
+        if (IsReflexAt(place))
+            m_reflex.Insert(place);
         else
-            m_candidates.Insert(Previous(number));
+            m_candidates.Insert(Previous(place));
     }
 
-    m_blocks.Clear();
-    if (m_size < kBlockThreshold || !std::all_of(points.begin(), points.end(), IsTame))
+    m_boxes.Clear();
+    if (m_size < kHierarchyThreshold || !std::all_of(points.begin(), points.end(), IsTame))
         return;
-    m_blocks.Reset(points);
+    m_boxes.Reset(points);
     // Of 2^-53 times width times height each: three roundings in either product, and one in their difference, which
-    // may be twice as large.
-    auto const& box = m_blocks.Whole();
+    // may be twice as large. A product may also be subnormal, which adds half of the least double. That is nothing
+    // beside the turns that the error is compared with, which are 1e-6 at least; and no frame is made of others.
+    auto const& box = m_boxes.Whole();
     m_turnError = 1e-15 * (box.m_max[0] - box.m_min[0]) * (box.m_max[1] - box.m_min[1]);
-    // Some ninety roundings of the coordinates; a frame and the comparison with it take fewer.
+    // Some ninety roundings of the coordinates; a frame and the comparison with it take fewer. Where a turn is
+    // 1e-6, no coordinate being over 1e150, both axes have coordinates of 1e-157 and more, so that this is never
+    // subnormal.
     m_pointError = 0.0;
     for (auto const& corner : {box.m_min, box.m_max})
         m_pointError += 1e-14 * (std::abs(corner[0]) + std::abs(corner[1]));
 }
 
 std::optional<RingCutter::Chain> RingCutter::FindPiece() {
-    int const firstNotch = m_size > 3 ? m_notches.FirstFrom(m_first) : -1;
-    if (firstNotch < 0)
+    int const firstReflex = m_size > 3 ? m_reflex.FirstFrom(m_first) : -1;
+    if (firstReflex < 0)
         return std::nullopt;
     for (;;) {
-        int const start = m_candidates.FirstFrom(firstNotch);
+        int const start = m_candidates.FirstFrom(firstReflex);
         if (start < 0)
             return std::nullopt;
         Chain chain{start, Grow(start)};
@@ -113,23 +117,21 @@ int RingCutter::Grow(int start) {
     return end;
 }
 
-/// True only when a vertex near the first three corners shrinks the chain to nothing, whatever others do before it.
+/// True only when some vertex in the frame of the first three corners shrinks the chain to nothing, whatever others
+/// do before it.
 ///
-/// Where long chains wind around much of the ring, as in a spiral, this says so without a look at all that they
-/// enclose.
+/// A long chain that winds around much of the ring, as in a spiral, has a frame around much of it, but fails
+/// because of what lies near its beginning. That frame is small.
 bool RingCutter::IsLost(Chain const& chain) {
-    if (m_corners.size() < kLeastLong || m_blocks.IsEmpty())
+    if (m_corners.size() < kLongThreshold || m_boxes.IsEmpty())
         return false;
     m_triangle.assign(m_corners.begin(), m_corners.begin() + 3);
-    double const turn = -Turn(m_triangle[0], m_triangle[1], m_triangle[2]);
-    if (!m_frame.Reset(m_triangle, turn, m_turnError, m_pointError))
+    if (!MakeFrame(m_triangle, -Turn(m_triangle[0], m_triangle[1], m_triangle[2])))
         return false;
-    if (m_blocks.HasBlocks())
-        m_frame.AddSides(m_triangle);
-    return !m_blocks.Visit(m_frame, [&](int number, Point const& point) {
-        if (IsInChain(number, chain) || !Outlasts(point, chain))
+    return !m_boxes.Visit(m_frame, [&](int place, Point const& point) {
+        if (IsInChain(place, chain) || !Outlasts(point, chain))
             return true;
-        m_shrinkers.push_back(number);
+        m_shrinkers.push_back(place);
         return false;
     });
 }
@@ -138,7 +140,7 @@ bool RingCutter::IsLost(Chain const& chain) {
 bool RingCutter::Outlasts(Point const& point, Chain const& chain) const {
     int const behind = Next(chain.m_end);
     for (int end = Next(Next(chain.m_start)); end != behind; end = Next(end))
-        if (!IsNotch(At(chain.m_start), At(end), point))
+        if (!IsReflex(At(chain.m_start), At(end), point))
             return false;
     return PassesEdges(chain, point);
 }
@@ -146,42 +148,42 @@ bool RingCutter::Outlasts(Point const& point, Chain const& chain) const {
 /// Shrinks the chain from its end until no vertex outside it, each looked at once in their order, lies in the
 /// piece; false when nothing is left.
 bool RingCutter::Shrink(Chain& chain) {
-    if (m_blocks.IsEmpty() || !MakeFrame()) {
-        for (int number = Next(chain.m_end); number != chain.m_start; number = Next(number))
-            if (!ShrinkFor(number, At(number), chain))
+    if (m_boxes.IsEmpty() || !MakeFrame(m_corners, m_leastTurn)) {
+        for (int place = Next(chain.m_end); place != chain.m_start; place = Next(place))
+            if (!ShrinkFor(place, At(place), chain))
                 return false;
         return true;
     }
-    if (!m_blocks.IsInRingOrder())
-        return ShrinkForNear(chain);
+    if (!m_boxes.IsInRingOrder())
+        return ShrinkInAnyOrder(chain);
     auto const [start, end] = chain;
-    auto const shrinkFor = [&](int number, Point const& point) { return ShrinkFor(number, point, chain); };
+    auto const shrinkFor = [&](int place, Point const& point) { return ShrinkFor(place, point, chain); };
     if (end < start)
-        return m_blocks.Visit(m_frame, end + 1, start, shrinkFor);
-    return m_blocks.Visit(m_frame, end + 1, static_cast<int>(m_ring.size()), shrinkFor) &&
-           m_blocks.Visit(m_frame, 0, start, shrinkFor);
+        return m_boxes.Visit(m_frame, end + 1, start, shrinkFor);
+    return m_boxes.Visit(m_frame, end + 1, static_cast<int>(m_ring.size()), shrinkFor) &&
+           m_boxes.Visit(m_frame, 0, start, shrinkFor);
 }
 
 /// Shrinks the chain from its end until the vertex does not lie in the piece; false when nothing is left.
-bool RingCutter::ShrinkFor(int number, Point const& point, Chain& chain) {
+bool RingCutter::ShrinkFor(int place, Point const& point, Chain& chain) {
     if (!Contains(chain, point))
         return true;
-    m_shrinkers.push_back(number);
+    m_shrinkers.push_back(place);
     // The point has passed every edge of the chain, so of each shorter piece only the chord is left to pass.
     do {
         chain.m_end = Previous(chain.m_end);
         if (chain.m_end == Next(chain.m_start))
             return false;
-    } while (IsNotch(At(chain.m_start), At(chain.m_end), point));
+    } while (IsReflex(At(chain.m_start), At(chain.m_end), point));
     return true;
 }
 
 /// True when the point passes all edges of the chain: it lies on the inner side of each, or on its line but at
 /// neither end.
 bool RingCutter::PassesEdges(Chain const& chain, Point const& point) const {
-    for (int number = chain.m_end; number != chain.m_start; number = Previous(number)) {
-        auto const& head = At(number);
-        auto const& tail = At(Previous(number));
+    for (int place = chain.m_end; place != chain.m_start; place = Previous(place)) {
+        auto const& head = At(place);
+        auto const& tail = At(Previous(place));
         double const turn = Turn(head, tail, point);
         if (turn >= kTurnTolerance)
             continue; // on the inner side of this edge
@@ -191,20 +193,20 @@ bool RingCutter::PassesEdges(Chain const& chain, Point const& point) const {
     return true;
 }
 
-/// The same by the vertices that may lie in the piece or in one that it shrinks to, which come in any order.
-bool RingCutter::ShrinkForNear(Chain& chain) {
-    // Numbers that go around the ring from the end of the chain on.
+/// Shrinks the chain as `Shrink` does where the vertices in the frame come in any order.
+bool RingCutter::ShrinkInAnyOrder(Chain& chain) {
+    // How far a place is from the end of the chain as it has grown, around the ring.
     int const count = static_cast<int>(m_ring.size());
-    auto const fromEnd = [count, end = chain.m_end](int number) {
-        return number > end ? number - end : number - end + count;
+    auto const fromEnd = [count, end = chain.m_end](int place) {
+        return place > end ? place - end : place - end + count;
     };
     bool const isTriangle = m_corners.size() == 3;
     bool isClear = true;
     m_near.clear();
-    m_blocks.Visit(m_frame, [&](int number, Point const& point) {
-        if (IsInChain(number, chain))
+    m_boxes.Visit(m_frame, [&](int place, Point const& point) {
+        if (IsInChain(place, chain))
             return true;
-        m_near.push_back(number);
+        m_near.push_back(place);
         isClear = isClear && !Contains(chain, point);
         return isClear || !isTriangle;
     });
@@ -224,26 +226,25 @@ bool RingCutter::ShrinkForNear(Chain& chain) {
     return true;
 }
 
-/// Makes the frame around the piece as it has grown; false when there is none, so that all vertices have to be
-/// looked at.
-bool RingCutter::MakeFrame() {
-    if (!m_frame.Reset(m_corners, m_leastTurn, m_turnError, m_pointError))
+/// Makes the frame around a piece; false when there is none, so that all vertices have to be looked at.
+bool RingCutter::MakeFrame(Scratch::List<Point> const& corners, double leastTurn) {
+    if (!m_frame.Reset(corners, leastTurn, m_turnError, m_pointError))
         return false;
-    if (m_blocks.HasBlocks())
-        m_frame.AddSides(m_corners);
+    if (m_boxes.HasBoxes())
+        m_frame.AddSides(corners);
     return true;
 }
 
-bool RingCutter::IsInChain(int number, Chain const& chain) const {
+bool RingCutter::IsInChain(int place, Chain const& chain) const {
     auto const [start, end] = chain;
-    return start < end ? start <= number && number <= end : start <= number || number <= end;
+    return start < end ? start <= place && place <= end : start <= place || place <= end;
 }
 
 void RingCutter::RememberFailure(int start, int grownEnd) {
     m_candidates.Erase(start);
-    int const trial = ++m_ring[static_cast<std::size_t>(start)].m_trial;
-    auto const watch = [&](int number) {
-        auto& head = m_ring[static_cast<std::size_t>(number)].m_watch;
+    int const trial = ++VertexAt(start).m_trial;
+    auto const watch = [&](int place) {
+        auto& head = VertexAt(place).m_firstWatch;
         auto& entry = m_watches.emplace_back();
         entry.m_start = start;
         entry.m_trial = trial;
@@ -251,19 +252,20 @@ void RingCutter::RememberFailure(int start, int grownEnd) {
         head = static_cast<int>(m_watches.size()) - 1;
     };
     int const behind = Next(grownEnd);
-    for (int number = Next(start); number != behind; number = Next(number))
-        watch(number);
+    for (int place = Next(start); place != behind; place = Next(place))
+        watch(place);
     watch(behind);
-    for (int number : m_shrinkers)
-        watch(number);
+    for (int place : m_shrinkers)
+        watch(place);
 }
 
 void RingCutter::CutOff(Chain const& chain, Scratch::List<Vertex>& piece) {
+    assert(VertexAt(chain.m_start).m_isInRing && VertexAt(chain.m_end).m_isInRing);
     auto const begin = piece.size();
-    for (int number = chain.m_start; number != Next(chain.m_end); number = Next(number))
-        piece.push_back(m_ring[static_cast<std::size_t>(number)].m_vertex);
+    for (int place = chain.m_start; place != Next(chain.m_end); place = Next(place))
+        piece.push_back(VertexAt(place).m_vertex);
     piece[begin].SetExterior(false);
-    m_ring[static_cast<std::size_t>(chain.m_end)].m_vertex.SetExterior(false);
+    VertexAt(chain.m_end).m_vertex.SetExterior(false);
     Unlink(chain);
 }
 
@@ -271,33 +273,32 @@ void RingCutter::CutOff(Chain const& chain, Scratch::List<Vertex>& piece) {
 void RingCutter::Unlink(Chain const& chain) {
     auto const [start, end] = chain;
     int const leaving = Next(start);
-    for (int number = leaving; number != end; number = Next(number)) {
-        m_ring[static_cast<std::size_t>(number)].m_isInRing = false;
-        m_notches.Erase(number);
-        m_candidates.Erase(number);
-        if (number == m_first)
+    for (int place = leaving; place != end; place = Next(place)) {
+        VertexAt(place).m_isInRing = false;
+        m_reflex.Erase(place);
+        m_candidates.Erase(place);
+        if (place == m_first)
             m_first = end;
         --m_size;
     }
-    m_ring[static_cast<std::size_t>(start)].m_next = end;
-    m_ring[static_cast<std::size_t>(end)].m_previous = start;
-    UpdateNotch(start);
-    UpdateNotch(end);
+    VertexAt(start).m_next = end;
+    VertexAt(end).m_previous = start;
+    UpdateReflex(start);
+    UpdateReflex(end);
     UpdateCandidate(Previous(start));
     UpdateCandidate(start);
-    for (int number = leaving; number != end; number = Next(number)) {
-        TryAgainWithout(number);
-        if (!m_blocks.IsEmpty())
-            m_blocks.Remove(number);
+    for (int place = leaving; place != end; place = Next(place)) {
+        TryAgainWithout(place);
+        if (!m_boxes.IsEmpty())
+            m_boxes.Remove(place);
     }
 }
 
-/// Makes the starts that a vertex has failed candidates again.
-void RingCutter::TryAgainWithout(int number) {
-    for (int w = m_ring[static_cast<std::size_t>(number)].m_watch; w >= 0;
-         w = m_watches[static_cast<std::size_t>(w)].m_next) {
+/// Makes the starts of whose failure a vertex was a witness candidates again.
+void RingCutter::TryAgainWithout(int place) {
+    for (int w = VertexAt(place).m_firstWatch; w >= 0; w = m_watches[static_cast<std::size_t>(w)].m_next) {
         auto const& watch = m_watches[static_cast<std::size_t>(w)];
-        auto& start = m_ring[static_cast<std::size_t>(watch.m_start)];
+        auto& start = VertexAt(watch.m_start);
         if (start.m_isInRing && start.m_trial == watch.m_trial) {
             ++start.m_trial;
             UpdateCandidate(watch.m_start);
@@ -305,31 +306,31 @@ void RingCutter::TryAgainWithout(int number) {
     }
 }
 
-void RingCutter::UpdateNotch(int number) {
-    if (IsNotchAt(number))
-        m_notches.Insert(number);
+void RingCutter::UpdateReflex(int place) {
+    if (IsReflexAt(place))
+        m_reflex.Insert(place);
     else
-        m_notches.Erase(number);
+        m_reflex.Erase(place);
 }
 
-void RingCutter::UpdateCandidate(int number) {
-    if (m_notches.Has(Next(number)))
-        m_candidates.Erase(number);
+void RingCutter::UpdateCandidate(int place) {
+    if (m_reflex.Has(Next(place)))
+        m_candidates.Erase(place);
     else
-        m_candidates.Insert(number);
+        m_candidates.Insert(place);
 }
 
-bool RingCutter::IsNotchAt(int number) const {
-    return IsNotch(At(Previous(number)), At(number), At(Next(number)));
+bool RingCutter::IsReflexAt(int place) const {
+    return IsReflex(At(Previous(place)), At(place), At(Next(place)));
 }
 
 void RingCutter::CopyRest(std::vector<Vertex>& rest) const {
     rest.clear();
-    int number = m_first;
+    int place = m_first;
     do {
-        rest.push_back(m_ring[static_cast<std::size_t>(number)].m_vertex);
-        number = Next(number);
-    } while (number != m_first);
+        rest.push_back(VertexAt(place).m_vertex);
+        place = Next(place);
+    } while (place != m_first);
 }
 
 } // namespace qel::Sectrix

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "sectrix/foundation/value_types.h"
+#include "sectrix/sections/cutting/box_hierarchy.h"
 #include "sectrix/sections/cutting/piece_frame.h"
 #include "sectrix/sections/cutting/place_set.h"
 #include "sectrix/sections/cutting/scratch.h"
 #include "sectrix/sections/cutting/turn.h"
-#include "sectrix/sections/cutting/vertex_blocks.h"
 #include "sectrix/sections/loop.h"
 
 #include <cstddef>
@@ -17,13 +17,19 @@
 
 namespace qel::Sectrix {
 
-/// A loop under the knife, as a ring from which vertices leave and which none ever enters.
+/// A loop from which convex pieces are cut: a ring of vertices, as a doubly linked list, from which vertices leave
+/// and which none ever enters.
 ///
-/// A vertex is known by its number, its place in the loop as it was loaded; what is left is always in that order. A
-/// piece is a chain: a run of vertices from a start to an end that the chord back to the start closes. Whether a
-/// start gives a piece depends on the ring alone, so a start that gave none gives none again while certain
-/// witnesses are all in the ring: its chain as it had grown, the vertex that ended the growth, and those that made
-/// it shrink. So each start is tried once, and once more whenever one of its witnesses has left.
+/// A vertex is known by its place in the loop as it was loaded; what is left is always in that order. A piece is a
+/// chain: a run of vertices from a start to an end that the chord back to the start closes. From each start in turn
+/// a chain grows as far as it stays strictly convex, and then shrinks until no other vertex lies in the piece. The
+/// start fails when nothing is left.
+///
+/// The definition of the cutting tries all starts anew for each piece. Here a start that has failed is not tried
+/// again while its witnesses are all in the ring: its chain as it had grown, the vertex that ended the growth, and
+/// the vertices that made it shrink. A new trial would go as the last one went: no vertex ever enters the ring, so
+/// the chain grows as before, and what has left since did not make it shrink. So each start is tried once, and
+/// again when one of its witnesses has left.
 class RingCutter {
 public:
     struct Chain {
@@ -33,8 +39,8 @@ public:
 
     /// \param memory  for all that the ring needs; must outlive it.
     explicit RingCutter(std::pmr::memory_resource* memory)
-        : m_ring(memory), m_notches(memory), m_candidates(memory), m_watches(memory), m_shrinkers(memory),
-          m_blocks(memory), m_corners(memory), m_triangle(memory), m_near(memory) {}
+        : m_ring(memory), m_reflex(memory), m_candidates(memory), m_watches(memory), m_shrinkers(memory),
+          m_boxes(memory), m_corners(memory), m_triangle(memory), m_near(memory) {}
 
     /// Takes a loop's vertices, with their points in the same order, in place of what the ring held.
     void Load(std::vector<Vertex> const& vertices, Scratch::List<Vec<2, double>> const& points);
@@ -55,10 +61,10 @@ private:
     struct RingVertex {
         Point m_point;
         int m_previous, m_next;
-        /// The first entry of `m_watches` for this vertex; -1 for none.
-        int m_watch;
-        /// How often this vertex, as a start, has failed or been tried again since; tells which watches are still
-        /// good.
+        /// The first entry of `m_watches` in the list of this vertex; -1 for none.
+        int m_firstWatch;
+        /// Of this vertex as a start: how often it has failed, or become a candidate again since. A watch is good
+        /// while this is what it was when the watch was made.
         int m_trial;
         Vertex m_vertex{-1, false};
         bool m_isInRing;
@@ -75,43 +81,45 @@ private:
     bool IsLost(Chain const& chain);
     bool Outlasts(Point const& point, Chain const& chain) const;
     bool Shrink(Chain& chain);
-    bool ShrinkFor(int number, Point const& point, Chain& chain);
+    bool ShrinkFor(int place, Point const& point, Chain& chain);
     bool PassesEdges(Chain const& chain, Point const& point) const;
-    bool ShrinkForNear(Chain& chain);
-    bool MakeFrame();
-    bool IsInChain(int number, Chain const& chain) const;
+    bool ShrinkInAnyOrder(Chain& chain);
+    bool MakeFrame(Scratch::List<Point> const& corners, double leastTurn);
+    bool IsInChain(int place, Chain const& chain) const;
     void RememberFailure(int start, int grownEnd);
     void Unlink(Chain const& chain);
-    void TryAgainWithout(int number);
-    void UpdateNotch(int number);
-    void UpdateCandidate(int number);
+    void TryAgainWithout(int place);
+    void UpdateReflex(int place);
+    void UpdateCandidate(int place);
 
-    /// True when the point lies in the piece or on its border, but at none of its corners. Most points lie beyond
-    /// the chord.
+    /// True when the point lies in the piece or on its border, but at none of its corners. The chord is tested
+    /// first since most points lie beyond it.
     bool Contains(Chain const& chain, Point const& point) const {
-        return IsNotch(At(chain.m_start), At(chain.m_end), point) && PassesEdges(chain, point);
+        return IsReflex(At(chain.m_start), At(chain.m_end), point) && PassesEdges(chain, point);
     }
-    bool IsNotchAt(int number) const;
-    Point const& At(int number) const { return m_ring[static_cast<std::size_t>(number)].m_point; }
-    int Next(int number) const { return m_ring[static_cast<std::size_t>(number)].m_next; }
-    int Previous(int number) const { return m_ring[static_cast<std::size_t>(number)].m_previous; }
+    bool IsReflexAt(int place) const;
+    RingVertex& VertexAt(int place) { return m_ring[static_cast<std::size_t>(place)]; }
+    RingVertex const& VertexAt(int place) const { return m_ring[static_cast<std::size_t>(place)]; }
+    Point const& At(int place) const { return VertexAt(place).m_point; }
+    int Next(int place) const { return VertexAt(place).m_next; }
+    int Previous(int place) const { return VertexAt(place).m_previous; }
 
     Scratch::List<RingVertex> m_ring;
-    /// The number of vertices that are left.
+    /// The place of vertices that are left.
     std::size_t m_size = 0;
-    /// The vertex at place 0 of what is left.
+    /// The first vertex of what is left.
     int m_first = 0;
-    /// The vertices whose corner is not strictly convex.
-    PlaceSet m_notches;
+    /// The vertices that are reflex or straight: all whose corner is not strictly convex.
+    PlaceSet m_reflex;
     /// The starts that may give a piece: the next corner is strictly convex, and they are not known to fail.
     PlaceSet m_candidates;
     Scratch::List<Watch> m_watches;
-    /// The vertices that made the chain of the present trial shrink, or the one that alone takes all of it.
+    /// The vertices that made the chain of the present trial shrink, or the one that alone shrinks it to nothing.
     Scratch::List<int> m_shrinkers;
 
-    /// The vertices by where they lie; empty for a tiny ring, and where points are not finite or so large that a
-    /// product overflows.
-    VertexBlocks m_blocks;
+    /// The vertices by where they lie; empty for a small ring, and where points are not finite or so large that a
+    /// product overflows. Every vertex outside the chain is looked at then.
+    BoxHierarchy m_boxes;
     /// Bounds on the rounding error of a turn value, and of a coordinate, anywhere in the ring.
     double m_turnError = 0.0, m_pointError = 0.0;
     /// The corners of the piece of the present trial as it had grown.
@@ -120,9 +128,9 @@ private:
     Scratch::List<Point> m_triangle;
     /// The least turn to the left at any corner of this piece, or of a shorter one from the same start.
     double m_leastTurn = 0.0;
-    /// What lies around the piece; before that, around its first three corners.
+    /// The region around the piece; before that, around its first three corners.
     PieceFrame m_frame;
-    /// The vertices outside the chain that may lie in the piece.
+    /// The vertices outside the chain that lie in the frame.
     Scratch::List<int> m_near;
 };
 

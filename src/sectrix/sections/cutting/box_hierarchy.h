@@ -15,8 +15,9 @@
 
 namespace qel::Sectrix {
 
-/// Four coordinates in a word, 16 bits each, so that one subtraction compares all four: the highest bit of each
-/// lane is clear in a coordinate and catches the borrow.
+/// Four coordinates of 15 bits in a word, in lanes of 16 bits each, so that one subtraction compares all four: SIMD
+/// within a register (SWAR). The highest bit of a lane is clear in a coordinate, is set before the subtraction, and
+/// is cleared by it where the coordinate is less.
 class Lanes {
 public:
     static constexpr std::size_t kCount = 4;
@@ -40,46 +41,51 @@ private:
     std::uint64_t m_word = 0;
 };
 
-/// The vertices of a ring, each known by its number, in blocks of neighbours, these in larger blocks and so on,
-/// each with a box that holds what is left of its vertices. Most rings stay in one region for some while, so that
-/// the order of the ring will do; where its blocks overlap too much, as those of long thin teeth, vertices are put
-/// in order by halving.
+/// A hierarchy of bounding boxes over the vertices of a ring, to find those that lie in a frame. Each 32 vertices
+/// are a block, each 32 blocks a larger block and so on; each block has a box that holds what is left of its
+/// vertices.
 ///
-/// Coordinates are compared on a grid over all vertices: whatever lies between two coordinates is between them on
-/// the grid, too.
-class VertexBlocks {
+/// What makes a block is the order of the vertices. Most rings stay in one region for some while, so that the order
+/// of the ring will do; a search then gives vertices in that order, too. Where the blocks overlap too much, as
+/// those of long thin teeth, the vertices are put into the order of a k-d tree: halved along the longer side of
+/// their box again and again. A vertex is known by its place in the ring; where it stands in the order is its slot.
+///
+/// Coordinates are compared on a grid over all vertices: rounding to the grid never falls when a coordinate rises,
+/// so that whatever lies between two coordinates is between them on the grid, too.
+class BoxHierarchy {
 public:
     using Point = Vec<2, double>;
     using Box = BBox<2, double>;
 
-    explicit VertexBlocks(std::pmr::memory_resource* memory)
-        : m_entries(memory), m_slots(memory), m_lanes(memory), m_left(memory), m_boxes(memory), m_boxLanes(memory) {
-    }
+    explicit BoxHierarchy(std::pmr::memory_resource* memory)
+        : m_entries(memory), m_slots(memory), m_lanes(memory), m_counts(memory), m_boxes(memory),
+          m_boxLanes(memory) {}
 
-    /// Holds these points, which must be finite, under the numbers 0, 1, 2 and so on, in place of all others.
+    /// Holds these points, which must be finite, as those of the places 0, 1, 2 and so on, instead of all others;
+    /// there must be one.
     void Reset(Scratch::List<Point> const& points);
     /// Holds nothing.
     void Clear() { m_entries.clear(); }
     bool IsEmpty() const { return m_entries.empty(); }
     /// The box around all points that were given to `Reset`.
     Box const& Whole() const { return m_whole; }
-    /// True when there are boxes, which is when a frame needs sides.
-    bool HasBlocks() const { return m_height > 0; }
+    /// True when there are boxes, which is when a frame needs half-planes.
+    bool HasBoxes() const { return m_height > 0; }
 
-    /// Takes a point out.
-    void Remove(int number);
+    /// Takes the vertex at a place out, which must be in.
+    void Remove(int place);
 
-    /// True when points come in the order of their numbers.
+    /// True when a search gives vertices in the order of their places.
     bool IsInRingOrder() const { return m_isInRingOrder; }
 
-    /// Calls `visit` with the numbers and points of all inside the frame, and some near it, until it returns false.
-    /// False then.
+    /// Calls `visit` with the places and points of all vertices inside the frame, and of some near it, until it
+    /// returns false. False then.
     template <class Visitor>
     bool Visit(PieceFrame const& frame, Visitor const& visit) const {
         return Visit(frame, 0, static_cast<int>(m_entries.size()), visit);
     }
 
-    /// The same for the slots `begin` to `end` - 1. In ring order a point's slot is its number.
+    /// The same for the slots `begin` to `end` - 1. In ring order slot and place are the same.
     template <class Visitor>
     bool Visit(PieceFrame const& frame, int begin, int end, Visitor const& visit) const {
         if (begin >= end)
@@ -95,13 +101,13 @@ public:
 private:
     struct Entry {
         Point m_point;
-        int m_number;
+        int m_place;
     };
 
     struct Range {
         std::size_t m_begin, m_end;
 
-        bool Has(std::size_t place) const { return place >= m_begin && place < m_end; }
+        bool Has(std::size_t slot) const { return slot >= m_begin && slot < m_end; }
     };
 
     /// Four points on the grid.
@@ -114,17 +120,17 @@ private:
         Lanes m_minX, m_minY, m_maxX, m_maxY;
     };
 
-    /// How many points are left in one of the smallest blocks, and how many there were when its box was last made.
-    struct Left {
+    /// How many vertices one of the smallest blocks has now, and had when its box was last made.
+    struct Count {
         int m_now, m_then;
     };
 
-    /// A block holds 2 to this power of points, or of smaller blocks.
+    /// A block holds 2 to this power of vertices, or of smaller blocks.
     static constexpr std::size_t kBlockShift = 5;
     static constexpr std::size_t kBlockSize = std::size_t{1} << kBlockShift;
-    /// Up to this many points, or blocks, are looked at one by one, with no blocks around them.
+    /// Up to this many vertices, or blocks, are looked at one by one, with no blocks around them.
     static constexpr std::size_t kTopSize = 128;
-    /// The coordinate on the grid of what has been taken out; that of all else is less.
+    /// The x on the grid of what has been taken out; that of all else is less.
     static constexpr std::uint64_t kGone = Lanes::kGreatest;
 
     /// The coordinate on the grid; it never falls when `x` rises. The infinite ones of an empty box go to an end.
@@ -143,14 +149,14 @@ private:
                         sought.m_maxY.AtLeast(y) & Lanes::kHighest;
             for (; hits != 0; hits &= hits - 1) {
                 std::size_t const slot = word * Lanes::kCount + LowestBit(hits) / 16;
-                if (range.Has(slot) && !visit(m_entries[slot].m_number, m_entries[slot].m_point))
+                if (range.Has(slot) && !visit(m_entries[slot].m_place, m_entries[slot].m_point))
                     return false;
             }
         }
         return true;
     }
 
-    /// \param height  of the blocks; those of points have 1.
+    /// \param height  of the blocks; those of vertices have 1.
     /// \param range   of slots, not empty.
     template <class Visitor>
     bool VisitBlocks(std::size_t height, Range const& range, PieceFrame const& frame, BoxLanes const& sought,
@@ -188,20 +194,20 @@ private:
     void MakeLanes();
     void MakeBlocks();
     bool IsCrowded() const;
-    void Halve(Range const& range);
+    void OrderByHalving(Range const& range);
     Box BoxOf(std::size_t height, std::size_t block) const;
     void SetBox(std::size_t block, Box const& box);
 
     Box m_whole;
     double m_stepsPerUnit[2] = {};
-    /// All points by their slots, also those that have been taken out, and the slot of each number.
+    /// All vertices by their slots, also those that have been taken out, and the slot of each place.
     Scratch::List<Entry> m_entries;
     Scratch::List<int> m_slots;
-    /// The points by their slots on the grid.
+    /// The vertices on the grid, by their slots.
     Scratch::List<PointLanes> m_lanes;
     bool m_isInRingOrder = true;
-    /// By the smallest blocks.
-    Scratch::List<Left> m_left;
+    /// Of the smallest blocks.
+    Scratch::List<Count> m_counts;
     /// Boxes around at least what is left in each block, by height, and the same on the grid.
     Scratch::List<Box> m_boxes;
     Scratch::List<BoxLanes> m_boxLanes;

@@ -1,5 +1,8 @@
-#include "sectrix/sections/cutting/vertex_blocks.h"
+#include "sectrix/sections/cutting/box_hierarchy.h"
 #include "sectrix/foundation/detail/strict_arithmetic.h"
+
+#include <cassert>
+#include <cmath>
 
 namespace qel::Sectrix {
 
@@ -10,47 +13,50 @@ double const kCrowdLimit = 8.0;
 
 } // namespace
 
-void VertexBlocks::Reset(Scratch::List<Point> const& points) {
+void BoxHierarchy::Reset(Scratch::List<Point> const& points) {
+    assert(!points.empty());
     m_entries.clear();
     m_entries.reserve(points.size());
     m_whole = {};
     for (auto const& point : points) {
         m_entries.push_back({point, static_cast<int>(m_entries.size())});
+        assert(std::isfinite(point[0]) && std::isfinite(point[1]));
         m_whole.Widen(point);
     }
     for (std::size_t axis = 0; axis < 2; ++axis) {
         double const extent = m_whole.m_max[axis] - m_whole.m_min[axis];
-        m_stepsPerUnit[axis] = extent > 1e-290 ? static_cast<double>(kGone) / extent : 0.0; // never infinite
+        // Never infinite. Where an extent is so small, the whole of it is one step.
+        m_stepsPerUnit[axis] = extent > 1e-290 ? static_cast<double>(kGone) / extent : 0.0;
     }
     MakeLanes();
     MakeBlocks();
     m_isInRingOrder = !IsCrowded();
     if (!m_isInRingOrder) {
-        Halve({0, m_entries.size()});
+        OrderByHalving({0, m_entries.size()});
         MakeLanes();
         MakeBlocks();
     }
 }
 
 /// Puts the points on the grid.
-void VertexBlocks::MakeLanes() {
+void BoxHierarchy::MakeLanes() {
     m_lanes.clear();
     m_lanes.reserve((m_entries.size() - 1) / Lanes::kCount + 1);
     m_slots.resize(m_entries.size());
     for (std::size_t begin = 0; begin < m_entries.size(); begin += Lanes::kCount) {
         PointLanes lanes{Lanes(kGone), Lanes(kGone)};
         for (std::size_t slot = begin; slot < std::min(begin + Lanes::kCount, m_entries.size()); ++slot) {
-            auto const& [point, number] = m_entries[slot];
+            auto const& [point, place] = m_entries[slot];
             lanes.m_x.Set(slot - begin, OnGrid(point[0], 0));
             lanes.m_y.Set(slot - begin, OnGrid(point[1], 1));
-            m_slots[static_cast<std::size_t>(number)] = static_cast<int>(slot);
+            m_slots[static_cast<std::size_t>(place)] = static_cast<int>(slot);
         }
         m_lanes.push_back(lanes);
     }
 }
 
 /// Makes the blocks from the order of the entries.
-void VertexBlocks::MakeBlocks() {
+void BoxHierarchy::MakeBlocks() {
     m_height = 0;
     m_boxes.clear();
     m_boxLanes.clear();
@@ -66,27 +72,27 @@ void VertexBlocks::MakeBlocks() {
     }
     if (m_height == 0)
         return;
-    m_left.clear();
+    m_counts.clear();
     for (std::size_t begin = 0; begin < m_entries.size(); begin += kBlockSize) {
         int const size = static_cast<int>(std::min(kBlockSize, m_entries.size() - begin));
-        m_left.push_back({size, size});
+        m_counts.push_back({size, size});
     }
 }
 
 /// True when too many of the smallest blocks lie over each other.
-bool VertexBlocks::IsCrowded() const {
+bool BoxHierarchy::IsCrowded() const {
     if (m_height == 0)
         return false;
     auto const area = [](Box const& box) { return (box.m_max[0] - box.m_min[0]) * (box.m_max[1] - box.m_min[1]); };
     double sum = 0.0;
-    for (std::size_t block = 0; block < m_left.size(); ++block)
+    for (std::size_t block = 0; block < m_counts.size(); ++block)
         sum += area(m_boxes[block]);
     return sum > kCrowdLimit * area(m_whole);
 }
 
-/// Puts a range of entries in order, so that its smallest blocks lie apart: it is halved along the longer side of
-/// its box, between two blocks, and each half likewise.
-void VertexBlocks::Halve(Range const& range) {
+/// Puts a range of entries into the order of a k-d tree, so that its smallest blocks lie apart: it is halved along
+/// the longer side of its box, between two blocks, and each half likewise.
+void BoxHierarchy::OrderByHalving(Range const& range) {
     std::size_t const size = range.m_end - range.m_begin;
     if (size <= kBlockSize)
         return;
@@ -98,20 +104,21 @@ void VertexBlocks::Halve(Range const& range) {
     auto const at = [this](std::size_t slot) { return m_entries.begin() + static_cast<std::ptrdiff_t>(slot); };
     std::nth_element(at(range.m_begin), at(middle), at(range.m_end),
                      [axis](Entry const& a, Entry const& b) { return a.m_point[axis] < b.m_point[axis]; });
-    Halve({range.m_begin, middle});
-    Halve({middle, range.m_end});
+    OrderByHalving({range.m_begin, middle});
+    OrderByHalving({middle, range.m_end});
 }
 
-void VertexBlocks::Remove(int number) {
-    auto const slot = static_cast<std::size_t>(m_slots[static_cast<std::size_t>(number)]);
+void BoxHierarchy::Remove(int place) {
+    auto const slot = static_cast<std::size_t>(m_slots[static_cast<std::size_t>(place)]);
+    assert(m_lanes[slot / Lanes::kCount].m_x.Get(slot % Lanes::kCount) != kGone);
     m_lanes[slot / Lanes::kCount].m_x.Set(slot % Lanes::kCount, kGone);
     if (m_height == 0)
         return;
-    // A box is made anew whenever half of its points have left, which costs little for each of them.
-    auto& left = m_left[slot >> kBlockShift];
-    if (2 * --left.m_now > left.m_then)
+    // A box is made anew whenever half of its vertices have left, which costs little for each of them.
+    auto& count = m_counts[slot >> kBlockShift];
+    if (2 * --count.m_now > count.m_then)
         return;
-    left.m_then = left.m_now;
+    count.m_then = count.m_now;
     for (std::size_t height = 1; height <= m_height; ++height) {
         std::size_t const block = m_firstBlock[height] + (slot >> (kBlockShift * height));
         SetBox(block, BoxOf(height, block));
@@ -119,7 +126,7 @@ void VertexBlocks::Remove(int number) {
 }
 
 /// The box around what is left in a block.
-VertexBlocks::Box VertexBlocks::BoxOf(std::size_t height, std::size_t block) const {
+BoxHierarchy::Box BoxHierarchy::BoxOf(std::size_t height, std::size_t block) const {
     Box box;
     auto const [begin, end] = Inside(height, block);
     for (std::size_t i = begin; i < end; ++i)
@@ -130,7 +137,7 @@ VertexBlocks::Box VertexBlocks::BoxOf(std::size_t height, std::size_t block) con
     return box;
 }
 
-void VertexBlocks::SetBox(std::size_t block, Box const& box) {
+void BoxHierarchy::SetBox(std::size_t block, Box const& box) {
     m_boxes[block] = box;
     auto& lanes = m_boxLanes[block / Lanes::kCount];
     std::size_t const lane = block % Lanes::kCount;
