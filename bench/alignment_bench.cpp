@@ -1,4 +1,4 @@
-#include "sectrix/sections/cross_sections.h"
+#include "support/shape_set.h"
 
 #include <benchmark/benchmark.h>
 #include <string>
@@ -12,29 +12,27 @@ void AddNames(CSPositions& pool, std::string const& name, int size) {
         pool.AddPosition(name + "." + std::to_string(i), {double(i), double(i) * 0.5});
 }
 
-/// A loop over `size` positions from `base` on, which starts `shift` places behind the first.
-void FillLoop(Loop& loop, int base, int size, int shift) {
+/// The indices of `size` positions from `base` on, the one `shift` places behind the first in front.
+std::vector<int> Turned(int base, int size, int shift) {
+    std::vector<int> indices;
     for (int i = 0; i < size; ++i)
-        loop.AddVertex(base + (i + shift) % size, true);
+        indices.push_back(base + (i + shift) % size);
+    return indices;
 }
 
 int const kOutlineCorners = 12, kCellCorners = 6;
 
 /// Box girders of named corners, in the order of their numbers or the opposite one.
-CrossSections MakeSet(int count, bool isReversed, int shift) {
+CrossSections Girders(int count, bool isReversed, int shift) {
     CSPositions pool;
-    for (int i = 0; i < count; ++i)
-        AddNames(pool, "box" + std::to_string(isReversed ? count - 1 - i : i), kOutlineCorners + kCellCorners);
-    CrossSections set(pool, false);
-    auto& items = set.GetItems();
-    items.resize(static_cast<std::size_t>(count), CrossSection(items[0]));
+    std::vector<shapes::Loops> sections;
     for (int i = 0; i < count; ++i) {
-        auto& section = items[static_cast<std::size_t>(i)];
-        int const first = i * (kOutlineCorners + kCellCorners);
-        FillLoop(section.GetExteriorLoop(), first, kOutlineCorners, shift);
-        FillLoop(section.AddInteriorLoop(), first + kOutlineCorners, kCellCorners, shift);
+        int const first = pool.Count();
+        AddNames(pool, "box" + std::to_string(isReversed ? count - 1 - i : i), kOutlineCorners + kCellCorners);
+        sections.push_back(
+            {Turned(first, kOutlineCorners, shift), Turned(first + kOutlineCorners, kCellCorners, shift)});
     }
-    return set;
+    return shapes::MakeSet(pool, sections);
 }
 
 void AlignLoops(benchmark::State& state) {
@@ -42,8 +40,8 @@ void AlignLoops(benchmark::State& state) {
     CSPositions pool;
     AddNames(pool, "corner", size);
     Loop const first(pool, true);
-    Loop second(pool, false);
-    FillLoop(second, 0, size, size / 3);
+    auto const set = shapes::MakeSet(pool, {{Turned(0, size, size / 3)}});
+    Loop const& second = set.Items()[0].ExteriorLoop();
     bool ok = false;
     for (auto _ : state)
         benchmark::DoNotOptimize(first.GetOtherShift(second, ok));
@@ -55,8 +53,8 @@ BENCHMARK(AlignLoops)->Arg(20)->RangeMultiplier(2)->Range(1250, 40000)->Complexi
 
 void CompareSets(benchmark::State& state, bool isReversed) {
     int const count = static_cast<int>(state.range(0));
-    auto const first = MakeSet(count, false, 0);
-    auto const second = MakeSet(count, isReversed, 3);
+    auto const first = Girders(count, false, 0);
+    auto const second = Girders(count, isReversed, 3);
     for (auto _ : state)
         if (!first.IsCompatible(second, false))
             state.SkipWithError("the sets are not compatible");
@@ -66,7 +64,7 @@ BENCHMARK_CAPTURE(CompareSets, SameOrder, false)->RangeMultiplier(2)->Range(1250
 BENCHMARK_CAPTURE(CompareSets, OppositeOrder, true)->RangeMultiplier(2)->Range(1250, 20000)->Complexity();
 
 void CopySet(benchmark::State& state) {
-    auto const set = MakeSet(static_cast<int>(state.range(0)), false, 0);
+    auto const set = Girders(static_cast<int>(state.range(0)), false, 0);
     for (auto _ : state)
         benchmark::DoNotOptimize(CrossSections(set));
 }
@@ -74,8 +72,8 @@ BENCHMARK(CopySet)->Arg(10000);
 
 void BlendSets(benchmark::State& state, bool isReversed) {
     int const count = static_cast<int>(state.range(0));
-    auto const first = MakeSet(count, false, 0);
-    auto const second = MakeSet(count, isReversed, 3);
+    auto const first = Girders(count, false, 0);
+    auto const second = Girders(count, isReversed, 3);
     for (auto _ : state)
         benchmark::DoNotOptimize(CrossSections(first, second, 0.25, false));
 }

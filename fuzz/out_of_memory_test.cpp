@@ -7,6 +7,7 @@
 #include "sectrix/records/obj.h"
 #include "support/meshes.h"
 #include "support/result.h"
+#include "support/shape_set.h"
 
 #include <cstdlib>
 #include <fstream>
@@ -116,28 +117,23 @@ long Exhaust(Test const& test) {
 }
 
 /// A set of three sections with names. \param corners, holes  of the first; the others are small.
-CrossSections MakeSet(int shift, std::size_t corners, std::size_t holes) {
+CrossSections SetOfThree(int shift, std::size_t corners, std::size_t holes) {
     shapes::Random random(1);
     CSPositions pool;
     std::vector<shapes::Shape> const parts{shapes::StarWithHoles(random, corners, holes, 3), shapes::Comb(5),
                                            shapes::StarWithHoles(random, 9, 2)};
-    for (auto const& shape : parts)
+    std::vector<shapes::Loops> sections;
+    for (auto const& shape : parts) {
+        sections.push_back(shape.loops);
+        for (auto& loop : sections.back())
+            for (int& index : loop)
+                index += pool.Count();
         for (auto const& point : shape.points)
             pool.AddPosition(
                 pool.Count() % 7 ? "" : "a name that is too long to stand within " + std::to_string(pool.Count()),
                 {point.x + shift, point.y});
-    CrossSections set(pool, false);
-    set.GetItems().assign(parts.size(), CrossSection(set.Items()[0]));
-    int first = 0;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        auto& section = set.GetItems()[i];
-        for (auto const& indices : parts[i].loops) {
-            auto& loop = &indices == &parts[i].loops[0] ? section.GetExteriorLoop() : section.AddInteriorLoop();
-            for (int const index : indices)
-                loop.AddVertex(first + index, true);
-        }
-        first += static_cast<int>(parts[i].points.size());
     }
+    auto set = shapes::MakeSet(pool, sections);
     Dom parameters;
     parameters["Params"]["a parameter with a name of its own"] = Dom(1.0 + shift);
     parameters["Params"]["another one with a name of its own"] = Dom(2.0);
@@ -154,7 +150,7 @@ void ExpectIntact(CrossSections& set, std::string const& text, std::string const
 
 class OutOfMemory : public testing::Test {
 protected:
-    CrossSections const m_first = MakeSet(0, 12, 4), m_second = MakeSet(5, 12, 4);
+    CrossSections const m_first = SetOfThree(0, 12, 4), m_second = SetOfThree(5, 12, 4);
     std::string const m_text = fuzz::Text(m_first), m_secondText = fuzz::Text(m_second);
     std::string const m_cut = fuzz::CutText(CrossSections(m_first)),
                       m_secondCut = fuzz::CutText(CrossSections(m_second));
@@ -209,7 +205,7 @@ TEST_F(OutOfMemory, Documents) {
 
 TEST_F(OutOfMemory, CuttingAndResetting) {
     // Large enough for blocks of vertices, and for more working memory than stands on the stack.
-    auto const first = MakeSet(0, 150, 6);
+    auto const first = SetOfThree(0, 150, 6);
     auto const text = fuzz::Text(first), cut = fuzz::CutText(CrossSections(first));
     Exhaust([&](Attempt attempt) {
         CrossSections set = first;

@@ -107,8 +107,8 @@ TEST(Blending, OfTwoDocuments) {
 TEST(Blending, OfSectionsWithoutPartners) {
     // The exterior loops need not match, an interior loop without a partner is left out, and so is what is not in
     // the pool; the list of added vertices is taken over.
-    auto const first = MakeSet({{{{"A"}, {}, {}}, {{"B"}, {}}, {{"C"}, {}}}});
-    auto const second = MakeSet({{{{"Z"}, {}}, {{}, {"C"}}, {{"X"}, {}}}});
+    auto const first = MakeSet(Draft{{{{"A"}, {}, {}}, {{"B"}, {}}, {{"C"}, {}}}});
+    auto const second = MakeSet(Draft{{{{"Z"}, {}}, {{}, {"C"}}, {{"X"}, {}}}});
     first.Items()[0].ConvexLoops();
     auto pool = first.Positions();
     CrossSection const section(first.Items()[0], second.Items()[0], pool, pool, pool, NAN);
@@ -181,7 +181,7 @@ TEST(Blending, OfPools) {
 
 /// In large sets with names, sections and loops over pools without names are compared by their indices.
 TEST(Alignment, OverOtherPools) {
-    auto const unnamed = MakeSet({}).Positions();
+    auto const unnamed = MakeSet(Draft{}).Positions();
     auto const makeHoles = [&](CSPositions const* pool, int start, int step) {
         auto set = MakeLoopSet("A");
         for (int i = start; i >= 9 && i < 45; i += step)

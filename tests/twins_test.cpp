@@ -1,5 +1,6 @@
 #include "support/cutting_judge.h"
-#include "support/shape_set.h"
+#include "support/drafts.h"
+#include "support/plain_alignment.h"
 
 #include <gtest/gtest.h>
 
@@ -29,6 +30,25 @@ TEST(CuttingTwin, TellsASectionFromOneThatIsALittleHigherOrLessByACornerOrAHole)
     EXPECT_TRUE(IsCutAlike(shape, shape));
     for (auto const& other : {higher, fewer, solid})
         EXPECT_FALSE(IsCutAlike(shape, other));
+}
+
+TEST(AlignmentTwin, TellsSetsThatMatchFromOthersAndABlendFromAnother) {
+    shapes::Draft draft{{{{"A", {0, 0}}, {"B", {1, 0}}, {"C", {0, 1}}}}};
+    auto const set = shapes::MakeSet(draft);
+    auto& ring = draft[0][0];
+    std::rotate(ring.begin(), ring.begin() + 1, ring.end());
+    for (auto& corner : ring)
+        corner.point[1] += 1.0;
+    auto const turned = shapes::MakeSet(draft);
+    std::swap(ring[0].name, ring[1].name);
+    auto const mirrored = shapes::MakeSet(draft);
+    EXPECT_TRUE(plain::IsCompatible(set, turned, false));
+    EXPECT_FALSE(plain::IsCompatible(set, mirrored, false));
+
+    auto const text = plain::BlendText(set, turned, 0.25, false);
+    EXPECT_EQ(sectrix_tests::SetText(CrossSections(set, turned, 0.25, false)), text);
+    EXPECT_NE(sectrix_tests::SetText(CrossSections(set, turned, 0.26, false)), text);
+    EXPECT_NE(sectrix_tests::SetText(CrossSections(set, mirrored, 0.25, false)), text);
 }
 
 } // namespace

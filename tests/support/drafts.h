@@ -1,16 +1,19 @@
 #pragma once
 
-#include "sectrix/sections/cross_sections.h"
+#include "support/shape_set.h"
 
 #include <string>
-#include <vector>
 
 /// \file
 /// Sets of sections with names, as lists of corners.
 
 namespace shapes {
 
-/// A bang for a name is a vertex without a position, a star the vertex before once more.
+/// In place of a name: the vertex has an index that is not in the pool.
+inline char const* const kNoPosition = "!";
+/// In place of a name: the vertex has the index of the position before its own.
+inline char const* const kPositionBefore = "*";
+
 struct Corner {
     std::string name = {};
     qel::Vec<2, double> point = {};
@@ -19,33 +22,33 @@ using Ring = std::vector<Corner>;
 /// Rings by section, the exterior one first.
 using Draft = std::vector<std::vector<Ring>>;
 
-/// Unnamed positions that stand in front of all others, so that an index is not a place.
-inline constexpr int kLeading = 3;
-
-/// The set of these sections, every ninth flag false. A vertex without a position has the index -1 or that behind
-/// the end, in turn.
+/// The set of these sections, one position for each corner, in this order. Three positions that no section uses
+/// stand in front of them, so that an index is not a place. Every ninth flag is false. Where a vertex has no
+/// position, its index is -1 or that behind the end of the pool, in turn.
 inline qel::Sectrix::CrossSections MakeSet(Draft const& draft) {
     qel::Sectrix::CSPositions pool;
-    for (int i = 0; i < kLeading; ++i)
+    for (int i = 0; i < 3; ++i)
         pool.AddPosition({});
-    for (auto const& section : draft)
-        for (auto const& ring : section)
+    for (auto const& rings : draft)
+        for (auto const& ring : rings)
             for (auto const& [name, point] : ring)
-                pool.AddPosition(name == "!" || name == "*" ? "" : name, point);
-    qel::Sectrix::CrossSections set(pool, false);
-    auto& items = set.GetItems();
-    items.assign(draft.size(), qel::Sectrix::CrossSection(items[0]));
-    int index = kLeading;
-    for (std::size_t i = 0; i < draft.size(); ++i)
-        for (auto const& ring : draft[i]) {
-            auto& loop = &ring == &draft[i][0] ? items[i].GetExteriorLoop() : items[i].AddInteriorLoop();
-            for (auto const& [name, point] : ring) {
+                pool.AddPosition(name == kNoPosition || name == kPositionBefore ? "" : name, point);
+    std::vector<Loops> sections;
+    int index = 3;
+    for (auto const& rings : draft) {
+        auto& loops = sections.emplace_back();
+        for (auto const& ring : rings) {
+            auto& loop = loops.emplace_back();
+            for (auto const& corner : ring) {
                 int const stray = index % 2 == 0 ? -1 : pool.Count();
-                loop.AddVertex(name == "!" ? stray : name == "*" ? index - 1 : index, index % 9 != 0);
+                loop.push_back(corner.name == kNoPosition       ? stray
+                               : corner.name == kPositionBefore ? index - 1
+                                                                : index);
                 ++index;
             }
         }
-    return set;
+    }
+    return MakeSet(pool, sections, 9);
 }
 
 } // namespace shapes
