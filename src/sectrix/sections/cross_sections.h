@@ -149,7 +149,7 @@ public:
     /// True when the sets have equally many sections and every section of this set has a partner in `other`.
     ///
     /// With n vertices in all this costs time in proportion to n log n, also where the sections of the two sets
-    /// stand in different orders; at worst, with many sections that repeat their holes out of one small stock, to
+    /// stand in different orders; at worst, with many sections of which some repeat a hole and others do not, to
     /// the square of the number of sections. With `convex` true, convex loops are built in the order in which a
     /// walk from section to section would ask for them, and no others.
     bool IsCompatible(CrossSections const& other, bool convex) const;
