@@ -43,6 +43,36 @@ std::string Faults(Solid const& solid) {
     return IsClosed(solid.m_mesh) && Volume(solid.m_mesh) > 0 ? "" : "does not count as closed, or faces inward";
 }
 
+/// The bridge of the first hole rises to a corner, and that of the second hole ends on it, where rounding puts the
+/// foot to either side.
+shapes::Shape BridgeOnBridge(double width) {
+    shapes::Shape shape;
+    shape.AddLoop({{0, 0}, {10, 0}, {10, 10}, {0, 10}, {-2, 5}});
+    shape.AddLoop({{4, 5}, {5, 4}, {5, 5}}, true);
+    shape.AddLoop({{5, 8}, {6, 7.5}, {6, 8.5}}, true);
+    for (auto& point : shape.points)
+        point.x *= width;
+    return shape;
+}
+
+/// The least height of a triangle over its longest side.
+double LeastHeight(TriangleMesh const& mesh) {
+    double least = INFINITY;
+    for (std::size_t i = 0; i < mesh.m_triangles.size(); i += 3) {
+        TriangleMesh one;
+        double longest = 0;
+        for (std::size_t corner = 0; corner < 3; ++corner) {
+            auto const& point = mesh.m_points[mesh.m_triangles[i + corner]];
+            auto const& next = mesh.m_points[mesh.m_triangles[i + (corner + 1) % 3]];
+            longest = std::max(longest, std::hypot(next[0] - point[0], next[1] - point[1], next[2] - point[2]));
+            one.m_points.push_back(point);
+        }
+        one.m_triangles = {0, 1, 2};
+        least = std::min(least, 2 * SurfaceArea(one) / longest);
+    }
+    return least;
+}
+
 Solid Prism(CrossSection const& section, double length) {
     return Sweep(
         {{&section, Placement({1, 2, 3}, {0, 1, 0})}, {&section, Placement({1, 2 + length, 3}, {0, 1, 0})}});
@@ -198,6 +228,7 @@ TEST(Solids, PrismsOfSoundSectionsAreClosed) {
                                    shapes::Coast(random, 200, 30)};
     for (int cells = 1; cells <= 6; ++cells)
         all.push_back(shapes::Box(cells));
+    all.push_back(BridgeOnBridge(1));
     for (int i = 0; i < 300; ++i)
         all.push_back(Turned(shapes::StarWithHoles(random, static_cast<std::size_t>(8 + shapes::Below(random, 40)),
                                                    static_cast<std::size_t>(i % 11),
@@ -217,8 +248,12 @@ TEST(Solids, WhatTheCheckPassesIsClosedAndTheRestIsRefused) {
     shapes::Random random(8);
     int solids = 0, refused = 0;
     for (int round = 0; round < 4000; ++round) {
-        auto const shape = round % 4 == 0 ? shapes::Garbage(random, 4 + shapes::Below(random, 12), 6)
-                                          : shapes::GridPlate(random, 2 + shapes::Below(random, 8));
+        auto shape = round % 4 == 0 ? shapes::Garbage(random, 4 + shapes::Below(random, 12), 6)
+                                    : shapes::GridPlate(random, 2 + shapes::Below(random, 8));
+        if (round % 4 == 2 && round < 400)
+            shape = BridgeOnBridge(shapes::Uniform(random, 1, 2));
+        if (round % 4 == 1) // so that rounding bends the straight corners
+            shape = Turned(shape, 0.3);
         auto const set = MakeSet(shape);
         auto const& section = set.Items()[0];
         auto const check = CheckGeometry(section);
@@ -228,6 +263,7 @@ TEST(Solids, WhatTheCheckPassesIsClosedAndTheRestIsRefused) {
             ASSERT_EQ(Faults(solid), "");
             ASSERT_FALSE(HasErrors(check));
             ASSERT_NEAR(Volume(solid.m_mesh) / (2 * Area(section)), 1, 1e-12);
+            ASSERT_GT(LeastHeight(solid.m_mesh), 0.001);
         } else {
             ++refused;
             ASSERT_FALSE(check.empty()) << solid.m_findings[0].m_code;
@@ -282,6 +318,24 @@ TEST(Solids, BlendedGirderHasTheVolumeOfItsAreas) {
     EXPECT_EQ(Faults(direct), "");
     EXPECT_NEAR(Volume(direct.m_mesh), Volume(blended.m_solid.m_mesh), 1e-9);
     EXPECT_NEAR(SurfaceArea(direct.m_mesh), SurfaceArea(blended.m_solid.m_mesh), 1e-9);
+}
+
+TEST(Solids, SymmetricGirdersGiveSymmetricSolids) {
+    auto const girder = MakeSet(shapes::Girder());
+    auto haunched = shapes::Girder();
+    for (auto& [x, y] : haunched.points)
+        std::tie(x, y) = std::tuple(13 + (x - 13) * (1 + y / 100), y < 30 ? y - 20 : y);
+    Span const span(girder, MakeSet(haunched), PlacementsAlongLine({0, 0, 0}, {0, 60, 0}, 4));
+    EXPECT_EQ(Faults(span.m_solid), "");
+    // Of each half, the volume: that of the solid with the points of the other half moved to the middle.
+    double halves[2] = {};
+    for (int side = 0; side < 2; ++side) {
+        auto half = span.m_solid.m_mesh;
+        for (auto& point : half.m_points)
+            point[0] = side == 0 ? std::min(point[0], 13.0) : std::max(point[0], 13.0);
+        halves[side] = Volume(half);
+    }
+    EXPECT_NEAR(halves[0], halves[1], 1e-9 * halves[0]);
 }
 
 TEST(Solids, CurvedGirdersAreClosedToOthersToo) {
@@ -375,6 +429,7 @@ TEST(Solids, WhatIsInTheWayIsTold) {
         {"stations-not-in-order@1", {at(box, 0), flat}},
         {"stations-not-in-order@1", {at(box, 0), mirrored}},
         {"stations-not-in-order@1", {at(box, 3), at(box, 3)}},
+        {"stations-not-in-order@1", {at(box, 3), at(box, 3 + 1e-11)}},
         {"stations-not-in-order@2", {at(box, 0), at(large, 3), at(box, 2)}},
         {"stations-not-in-order@1", Stations(box.Items()[0], Arc(2, 1, 10))},
         {"edges-cross@0", {at(crossed, 0), at(crossed, 1)}},
@@ -398,7 +453,8 @@ TEST(Solids, WhatIsInTheWayIsTold) {
     EXPECT_EQ(Refusal({at(first, 0), at(other, 1)}), "names-do-not-line-up@1");
     auto const twisted = Sweep({at(first, 0), at(turned, 9)});
     EXPECT_EQ(Faults(twisted), "");
-    EXPECT_EQ(twisted.m_mesh.m_points[4][0], 4); // where the second section has its "a"
+    EXPECT_NEAR(Volume(twisted.m_mesh), 108, 1e-12); // the shorter diagonals are upright
+    EXPECT_EQ(twisted.m_mesh.m_points[4][0], 4);     // where the second section has its "a"
     EXPECT_NEAR(Volume(Sweep({at(first, 0), at(named({"", "", "", ""}), 9)}).m_mesh), 108, 1e-12);
 }
 

@@ -38,7 +38,7 @@ bool FillTriangles(CapEdges const& edges, Sectrix::CSPositions const& positions,
             points.push_back(positions.GetPosition(static_cast<std::uint64_t>(index), found).Position());
         }
         auto const parts = Solids::Triangulate(points, edges.Rounding());
-        if (parts.size() + 2 != polygon.size() && !polygon.empty())
+        if (parts.size() + 2 != polygon.size())
             return false;
         for (auto const& [a, b, c] : parts)
             triangles.push_back({polygon[a], polygon[b], polygon[c]});
@@ -65,7 +65,7 @@ SectionBoundary Boundary(CrossSection const& section) {
     for (std::size_t place = 0; place < rings.size(); ++place)
         if (!edges.SplitRing(rings[place]))
             return Refused(RingError(code, "the convex loops do not have every edge of the loop", place));
-    if (!edges.CloseSeams() || !edges.RemoveFlatPolygons())
+    if (!edges.CloseSeams())
         return Refused(RingError(code, "the convex loops do not meet edge by edge"));
     std::vector<std::array<int, 3>> triangles;
     if (!FillTriangles(edges, section.Positions(), triangles))

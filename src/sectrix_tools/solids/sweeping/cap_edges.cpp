@@ -119,45 +119,4 @@ void CapEdges::Insert(std::size_t polygon, Edge const& edge, Ring const& vertice
             polygon;
 }
 
-double CapEdges::TwicePolygonArea(Ring const& polygon) const {
-    double twice = 0.0;
-    for (std::size_t place = 1; place + 1 < polygon.size(); ++place)
-        twice += TwiceArea(At(polygon[0]), At(polygon[place]), At(polygon[place + 1]));
-    return twice;
-}
-
-std::size_t CapEdges::LongestEdge(Ring const& ring) const {
-    std::size_t longest = 0;
-    double length = 0.0;
-    for (std::size_t place = 0; place < ring.size(); ++place) {
-        double const other = Distance({ring[place], Next(ring, place)});
-        if (other > length) {
-            length = other;
-            longest = place;
-        }
-    }
-    return longest;
-}
-
-bool CapEdges::RemoveFlatPolygons() {
-    for (std::size_t polygon = 0; polygon < m_polygons.size(); ++polygon) {
-        Ring ring = m_polygons[polygon];
-        if (ring.empty())
-            continue;
-        std::size_t const longest = LongestEdge(ring);
-        if (TwicePolygonArea(ring) > m_rounding * Distance({ring[longest], Next(ring, longest)}))
-            continue;
-        // The long edge comes to run from the last vertex to the first.
-        std::rotate(ring.begin(), ring.begin() + static_cast<std::ptrdiff_t>(longest) + 1, ring.end());
-        Edge const across(ring.front(), ring.back());
-        auto const neighbour = m_owners.find(across);
-        if (neighbour == m_owners.end() || neighbour->second == polygon)
-            return false;
-        m_polygons[polygon].clear();
-        m_owners.erase({ring.back(), ring.front()});
-        Insert(neighbour->second, across, {ring.begin() + 1, ring.end() - 1});
-    }
-    return true;
-}
-
 } // namespace qel::SectrixTools::Solids

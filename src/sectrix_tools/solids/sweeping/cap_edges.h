@@ -32,11 +32,7 @@ public:
     /// another. False where open edges are left that no foot explains.
     bool CloseSeams();
 
-    /// Takes out polygons that lie on a line or beyond, and puts their corners into the polygon on their long side.
-    /// False where there is none.
-    bool RemoveFlatPolygons();
-
-    /// By pool indices; empty where one was taken out.
+    /// By pool indices.
     std::vector<Ring> const& Polygons() const { return m_polygons; }
     /// How far beside an edge a point on it may lie: what rounding moves coordinates of this size.
     double Rounding() const { return m_rounding; }
@@ -53,9 +49,6 @@ private:
     /// Puts vertices between the ends of an edge of a polygon, and makes the new edges that polygon's.
     void Insert(std::size_t polygon, Edge const& edge, Ring const& vertices);
     double Distance(Edge const& edge) const;
-    double TwicePolygonArea(Ring const& polygon) const;
-    /// The place at which the longest edge of a ring begins.
-    std::size_t LongestEdge(Ring const& ring) const;
 
     Sectrix::CSPositions const* m_positions;
     std::vector<Ring> m_polygons;
