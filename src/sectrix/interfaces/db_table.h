@@ -29,7 +29,7 @@ namespace mvq {
 ///
 /// \throws gvs::Error from every operation when SQLite fails, with its reason: a table or column that is not there,
 /// a database that is no database, is locked beyond the waiting time or is corrupt where it is read.
-class SECTRIX_EXPORT DbTable {
+class SECTRIX_MVQ_EXPORT DbTable {
 public:
     /// Binds to a table of the database, and reads its schema.
     ///

@@ -25,7 +25,7 @@ namespace qel {
 /// its next sibling. Trees of any depth are copied and destroyed within a fixed amount of stack.
 ///
 /// Distinct trees may be used from distinct threads, and one tree may be read by several.
-class SECTRIX_EXPORT Dom {
+class SECTRIX_JSON_EXPORT Dom {
 public:
     /// The members of an object: key and value, in document order.
     using Members = std::vector<std::pair<std::string, Dom>>;

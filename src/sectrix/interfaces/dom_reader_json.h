@@ -11,7 +11,7 @@
 namespace qel {
 
 /// Reads JSON text.
-class SECTRIX_EXPORT DomReaderJson {
+class SECTRIX_JSON_EXPORT DomReaderJson {
 public:
     /// True when the text was read; `dom` then holds its tree. Otherwise `dom` is a fresh node, with nothing
     /// half-read.

@@ -11,7 +11,7 @@
 namespace qel {
 
 /// Writes JSON text.
-class SECTRIX_EXPORT DomWriterJson {
+class SECTRIX_JSON_EXPORT DomWriterJson {
 public:
     /// The tree as JSON text, indented by two spaces a level; a container whose children have none of their own
     /// stands on one line, so that a point or a list of indices reads as one.

@@ -25,7 +25,7 @@ class Guard;
 class KeptTable;
 
 /// A failure of the database, with SQLite's own reason as its text.
-class SECTRIX_EXPORT Error : public std::runtime_error {
+class SECTRIX_GVS_EXPORT Error : public std::runtime_error {
 public:
     /// An error with this text.
     explicit Error(std::string const& reason);
@@ -33,7 +33,7 @@ public:
 };
 
 /// A column of a table.
-class SECTRIX_EXPORT ColumnDef {
+class SECTRIX_GVS_EXPORT ColumnDef {
 public:
     /// A column of this name, in UTF-8.
     explicit ColumnDef(std::string name) : m_name(std::move(name)) {}
@@ -46,7 +46,7 @@ private:
 };
 
 /// The schema of a table.
-class SECTRIX_EXPORT TableDef {
+class SECTRIX_GVS_EXPORT TableDef {
 public:
     /// The column of this name, else null; null too for a name that is empty or null. As in SQL, the case of ASCII
     /// letters makes no difference. Good for as long as the table object that gave the schema. Costs a walk of the
@@ -61,7 +61,7 @@ private:
 };
 
 /// A typed constant of a filter.
-class SECTRIX_EXPORT Value {
+class SECTRIX_GVS_EXPORT Value {
 public:
     /// What `m_kind` tells.
     enum Kind : std::int64_t { String = 1, Integer = 3 };
@@ -87,7 +87,7 @@ private:
 /// A filter on the rows of a table: comparisons for equality, joined by "and".
 ///
 /// An empty filter lets every row through. Made by an `ExprBuilder`.
-class SECTRIX_EXPORT Expression {
+class SECTRIX_GVS_EXPORT Expression {
     friend class ExprBuilder;
     friend class KeptTable;
 
@@ -109,7 +109,7 @@ class SECTRIX_EXPORT Expression {
 
 /// Writes a filter in postfix order: `Identifier`, `Constant`, `CmpOp` for one comparison; for a second one the
 /// same again, and `BooleanOp`.
-class SECTRIX_EXPORT ExprBuilder {
+class SECTRIX_GVS_EXPORT ExprBuilder {
 public:
     /// How two operands are compared.
     enum ComparisonOps : int { Equal = 0 };
@@ -139,7 +139,7 @@ private:
 ///
 /// It keeps the statements that it prepared and uses them again until the schema changes. Tables on it must be gone
 /// before it goes. One thread at a time may use a handle and what stands on it.
-class SECTRIX_EXPORT Database {
+class SECTRIX_GVS_EXPORT Database {
 public:
     /// What a handle may do with its file.
     enum class Access { ReadOnly, ReadWrite };

@@ -28,6 +28,6 @@ namespace qel::SectrixTools {
 /// latter.
 ///
 /// \param text  a whole document.
-SECTRIX_EXPORT Findings CheckDocument(std::string_view text);
+SECTRIX_TOOLS_EXPORT Findings CheckDocument(std::string_view text);
 
 } // namespace qel::SectrixTools

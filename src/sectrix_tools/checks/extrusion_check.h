@@ -18,6 +18,6 @@ namespace qel::SectrixTools {
 /// places and cost are those of `CheckDocument`; nothing here has a place in a set.
 ///
 /// \param text  a whole document.
-SECTRIX_EXPORT Findings CheckExtrusion(std::string_view text);
+SECTRIX_TOOLS_EXPORT Findings CheckExtrusion(std::string_view text);
 
 } // namespace qel::SectrixTools

@@ -21,7 +21,7 @@ enum class Severity {
 };
 
 /// "error" or "warning"; a constant text.
-SECTRIX_EXPORT char const* SeverityName(Severity severity) noexcept;
+SECTRIX_TOOLS_EXPORT char const* SeverityName(Severity severity) noexcept;
 
 /// One thing that is wrong in a document, in the geometry of a set, or between two sets.
 ///
@@ -54,6 +54,6 @@ struct Finding {
 using Findings = std::vector<Finding>;
 
 /// True when one of them is an error.
-SECTRIX_EXPORT bool HasErrors(Findings const& findings) noexcept;
+SECTRIX_TOOLS_EXPORT bool HasErrors(Findings const& findings) noexcept;
 
 } // namespace qel::SectrixTools

@@ -26,8 +26,8 @@ namespace qel::SectrixTools {
 ///
 /// The set stays as it is, derived state included, and may be read by other threads meanwhile. With n vertices and
 /// k places where edges meet this costs time in proportion to n log n + n k.
-SECTRIX_EXPORT Findings CheckGeometry(Sectrix::CrossSections const& set);
+SECTRIX_TOOLS_EXPORT Findings CheckGeometry(Sectrix::CrossSections const& set);
 /// The same for one section, which counts as that at place 0.
-SECTRIX_EXPORT Findings CheckGeometry(Sectrix::CrossSection const& section);
+SECTRIX_TOOLS_EXPORT Findings CheckGeometry(Sectrix::CrossSection const& section);
 
 } // namespace qel::SectrixTools

@@ -28,8 +28,8 @@ struct DrawnStation {
 ///                  drawn, and a finding "stations-left-out" says so.
 /// \param title     stands above, in UTF-8.
 /// \param unit      the unit of the coordinates, written behind lengths.
-SECTRIX_EXPORT Drawing DrawSideBySide(std::vector<DrawnStation> const& stations, std::string const& title,
-                                      std::string const& unit);
+SECTRIX_TOOLS_EXPORT Drawing DrawSideBySide(std::vector<DrawnStation> const& stations, std::string const& title,
+                                            std::string const& unit);
 
 /// The outlines one behind the other, the first in front, with lines along the span through their corners. The
 /// distances between them are not to scale.
@@ -37,7 +37,7 @@ SECTRIX_EXPORT Drawing DrawSideBySide(std::vector<DrawnStation> const& stations,
 /// \param stations  of one structure: lines join the corners at the same place of the same loop. Otherwise as above.
 /// \param title     stands above, in UTF-8.
 /// \param unit      the unit of the coordinates, written behind lengths.
-SECTRIX_EXPORT Drawing DrawAlongSpan(std::vector<DrawnStation> const& stations, std::string const& title,
-                                     std::string const& unit);
+SECTRIX_TOOLS_EXPORT Drawing DrawAlongSpan(std::vector<DrawnStation> const& stations, std::string const& title,
+                                           std::string const& unit);
 
 } // namespace qel::SectrixTools

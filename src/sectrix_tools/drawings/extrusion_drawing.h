@@ -21,8 +21,8 @@ namespace qel::SectrixTools {
 /// \param planes     those without a finite origin and normal are left out, and a finding "plane-left-out" says so.
 /// \param title      stands above, in UTF-8.
 /// \param unit       the unit along the axes, written behind the length of the scale bar.
-SECTRIX_EXPORT Drawing DrawExtrusion(Sectrix::Extrusion const& extrusion,
-                                     std::vector<Sectrix::EndPlane> const& planes, std::string const& title,
-                                     std::string const& unit);
+SECTRIX_TOOLS_EXPORT Drawing DrawExtrusion(Sectrix::Extrusion const& extrusion,
+                                           std::vector<Sectrix::EndPlane> const& planes, std::string const& title,
+                                           std::string const& unit);
 
 } // namespace qel::SectrixTools

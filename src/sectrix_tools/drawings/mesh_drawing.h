@@ -28,7 +28,7 @@ struct DrawnTriangles {
 };
 
 /// The points and corners of a mesh under a caption.
-SECTRIX_EXPORT DrawnTriangles TrianglesOf(Sectrix::Mesh const& mesh, std::string const& caption);
+SECTRIX_TOOLS_EXPORT DrawnTriangles TrianglesOf(Sectrix::Mesh const& mesh, std::string const& caption);
 
 /// Draws triangles in panels side by side, in one scale, seen from (1, 1, 1) with z upward.
 ///
@@ -42,7 +42,7 @@ SECTRIX_EXPORT DrawnTriangles TrianglesOf(Sectrix::Mesh const& mesh, std::string
 ///                than 5,000 triangles shows none of them, and a finding "too-many-triangles" says so.
 /// \param title   stands above, in UTF-8.
 /// \param unit    the unit along the axes, written behind the length of the scale bar.
-SECTRIX_EXPORT Drawing DrawTriangles(std::vector<DrawnTriangles> const& panels, std::string const& title,
-                                     std::string const& unit);
+SECTRIX_TOOLS_EXPORT Drawing DrawTriangles(std::vector<DrawnTriangles> const& panels, std::string const& title,
+                                           std::string const& unit);
 
 } // namespace qel::SectrixTools

@@ -43,6 +43,7 @@ struct SectionDrawingOptions {
 /// "nothing-to-draw" and no picture where the section has no finite extent.
 ///
 /// Costs time in proportion to the vertices of the loops, and the number of names shown times that.
-SECTRIX_EXPORT Drawing DrawSection(Sectrix::CrossSection const& section, SectionDrawingOptions const& options = {});
+SECTRIX_TOOLS_EXPORT Drawing DrawSection(Sectrix::CrossSection const& section,
+                                         SectionDrawingOptions const& options = {});
 
 } // namespace qel::SectrixTools

@@ -87,10 +87,10 @@ struct SectionProperties {
 ///
 /// Summed about the middle of the section, so that coordinates far from the origin cost no digits. The sums over a
 /// polygon are those of Green's theorem. Costs one pass over the vertices.
-SECTRIX_EXPORT SectionProperties PropertiesOf(Sectrix::CrossSection const& section);
+SECTRIX_TOOLS_EXPORT SectionProperties PropertiesOf(Sectrix::CrossSection const& section);
 
 /// The same from the convex loops, which are built if they are not yet, as a check of the one against the other.
 /// The loops do not tell the outline from the holes, so there are no perimeters.
-SECTRIX_EXPORT SectionProperties PropertiesOfConvexLoops(Sectrix::CrossSection const& section);
+SECTRIX_TOOLS_EXPORT SectionProperties PropertiesOfConvexLoops(Sectrix::CrossSection const& section);
 
 } // namespace qel::SectrixTools

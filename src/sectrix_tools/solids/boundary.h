@@ -37,6 +37,6 @@ struct SectionBoundary {
 /// where a loop cannot be cut into triangles.
 ///
 /// Costs n log n of the vertices, beside the check and the building of the loops.
-SECTRIX_EXPORT SectionBoundary Boundary(Sectrix::CrossSection const& section);
+SECTRIX_TOOLS_EXPORT SectionBoundary Boundary(Sectrix::CrossSection const& section);
 
 } // namespace qel::SectrixTools

@@ -25,17 +25,17 @@ namespace qel::SectrixTools {
 ///
 /// \param twist      in radians: turns the section counter-clockwise in its plane, about its own origin, so that its
 ///                   right side rises. A superelevation that rises by 2.5 % to the right is atan(0.025).
-SECTRIX_EXPORT Mat<4, double> Placement(Vec<3, double> const& origin, Vec<3, double> const& direction,
-                                        Vec<3, double> const& up = {0, 0, 1}, double twist = 0.0);
+SECTRIX_TOOLS_EXPORT Mat<4, double> Placement(Vec<3, double> const& origin, Vec<3, double> const& direction,
+                                              Vec<3, double> const& up = {0, 0, 1}, double twist = 0.0);
 
 /// Placements at equal distances along a straight line, both ends included, across the line.
 ///
 /// \param count  below 2 gives none.
 ///
 /// \param up     as for `Placement`.
-SECTRIX_EXPORT std::vector<Mat<4, double>> PlacementsAlongLine(Vec<3, double> const& from, Vec<3, double> const& to,
-                                                               std::size_t count,
-                                                               Vec<3, double> const& up = {0, 0, 1});
+SECTRIX_TOOLS_EXPORT std::vector<Mat<4, double>> PlacementsAlongLine(Vec<3, double> const& from,
+                                                                     Vec<3, double> const& to, std::size_t count,
+                                                                     Vec<3, double> const& up = {0, 0, 1});
 
 /// Placements at the points of a curve, in their order. Each stands across the direction of the curve there: that
 /// of the circle through the point and its two neighbours, at the ends through the two points nearest. On an arc of
@@ -46,8 +46,8 @@ SECTRIX_EXPORT std::vector<Mat<4, double>> PlacementsAlongLine(Vec<3, double> co
 /// \param up      as for `Placement`.
 ///
 /// \param twists  the twist at each point, as for `Placement`; those beyond its end are 0.
-SECTRIX_EXPORT std::vector<Mat<4, double>> PlacementsAlongCurve(std::vector<Vec<3, double>> const& points,
-                                                                Vec<3, double> const& up = {0, 0, 1},
-                                                                std::vector<double> const& twists = {});
+SECTRIX_TOOLS_EXPORT std::vector<Mat<4, double>> PlacementsAlongCurve(std::vector<Vec<3, double>> const& points,
+                                                                      Vec<3, double> const& up = {0, 0, 1},
+                                                                      std::vector<double> const& twists = {});
 
 } // namespace qel::SectrixTools

@@ -63,6 +63,6 @@ struct Solid {
 ///
 /// \param stations  in their order along the structure. Sections between the ends are not cut: they are asked for their
 ///                  loops only.
-SECTRIX_EXPORT Solid Sweep(std::vector<Station> const& stations);
+SECTRIX_TOOLS_EXPORT Solid Sweep(std::vector<Station> const& stations);
 
 } // namespace qel::SectrixTools

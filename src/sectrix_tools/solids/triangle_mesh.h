@@ -26,10 +26,10 @@ struct TriangleMesh {
 /// closed. A triangle with a corner that is not in the list of points adds nothing.
 ///
 /// Summed about the first point, so that coordinates far from the origin cost no digits.
-SECTRIX_EXPORT double Volume(TriangleMesh const& mesh);
+SECTRIX_TOOLS_EXPORT double Volume(TriangleMesh const& mesh);
 
 /// The sum of the areas of the triangles. One with a corner that is not in the list of points adds nothing.
-SECTRIX_EXPORT double SurfaceArea(TriangleMesh const& mesh);
+SECTRIX_TOOLS_EXPORT double SurfaceArea(TriangleMesh const& mesh);
 
 /// True when every edge is used by two triangles, once in each direction, so that the mesh is watertight and its
 /// triangles all face the same way, inward or outward. False for a mesh without triangles, with a number of corners
@@ -37,6 +37,6 @@ SECTRIX_EXPORT double SurfaceArea(TriangleMesh const& mesh);
 /// point at two corners. Coordinates are not looked at.
 ///
 /// Costs n log n of the triangles.
-SECTRIX_EXPORT bool IsClosed(TriangleMesh const& mesh);
+SECTRIX_TOOLS_EXPORT bool IsClosed(TriangleMesh const& mesh);
 
 } // namespace qel::SectrixTools

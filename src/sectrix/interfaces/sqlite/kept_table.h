@@ -25,10 +25,10 @@ public:
     /// Begins a use: of a table that the database keeps, or of a new one. From then on the database is read in one
     /// state, whatever other connections write.
     /// \return a list of one.
-    SECTRIX_EXPORT static std::list<KeptTable> Take(Database& database, wchar_t const* name);
+    SECTRIX_GVS_EXPORT static std::list<KeptTable> Take(Database& database, wchar_t const* name);
     /// Ends the use, and with it the table's hold on the database, which keeps the table. Needs no memory, so it
     /// cannot fail.
-    SECTRIX_EXPORT static void Keep(std::list<KeptTable>& table) noexcept;
+    SECTRIX_GVS_EXPORT static void Keep(std::list<KeptTable>& table) noexcept;
     /// For `Take`; begins no use.
     /// \param name  in UTF-8.
     KeptTable(Database& database, std::string const& name);
@@ -41,12 +41,12 @@ public:
     /// Another query, also while one for rows is at work.
     /// \param what    of a row, in SQL.
     /// \param filter  null or empty for all rows.
-    SECTRIX_EXPORT Statement& Select(std::string const& what, Expression const* filter);
+    SECTRIX_GVS_EXPORT Statement& Select(std::string const& what, Expression const* filter);
     /// The place of a column in the row that a query of `Rows` stands on.
     /// \throws Error when there is none.
-    SECTRIX_EXPORT int PlaceOf(wchar_t const* column, Statement const& rows) const;
+    SECTRIX_GVS_EXPORT int PlaceOf(wchar_t const* column, Statement const& rows) const;
     /// Stores bytes in a column of the row with this row id.
-    SECTRIX_EXPORT void Store(wchar_t const* column, std::int64_t rowId, void const* data, int size);
+    SECTRIX_GVS_EXPORT void Store(wchar_t const* column, std::int64_t rowId, void const* data, int size);
 
 private:
     void Begin();

@@ -42,9 +42,9 @@ public:
 
     /// Goes to the next row and returns true when there is one.
     /// \throws Error when SQLite fails, for instance as the database is locked or corrupt.
-    SECTRIX_EXPORT bool Step();
+    SECTRIX_GVS_EXPORT bool Step();
     /// Leaves the row and forgets what was bound.
-    SECTRIX_EXPORT void Reset() noexcept;
+    SECTRIX_GVS_EXPORT void Reset() noexcept;
 
     /// SQLite's own handle.
     sqlite3_stmt* Handle() const { return m_handle.get(); }
