@@ -8,7 +8,7 @@ namespace qel::SectrixTools {
 
 Findings CheckGeometry(Sectrix::CrossSections const& set) {
     Findings findings;
-    std::optional<TrialCut> trial;
+    std::optional<Geometry::TrialCut> trial;
     Sectrix::CSPositions const* pool = nullptr;
     for (auto const& section : set.Items()) {
         // As a rule all sections of a set are over one pool, which is then copied once.
@@ -16,7 +16,7 @@ Findings CheckGeometry(Sectrix::CrossSections const& set) {
             pool = &section.Positions();
             trial.emplace(*pool);
         }
-        auto found = CheckSection(section, static_cast<int>(&section - set.Items().data()), *trial);
+        auto found = Geometry::CheckSection(section, static_cast<int>(&section - set.Items().data()), *trial);
         findings.insert(findings.end(), std::make_move_iterator(found.begin()),
                         std::make_move_iterator(found.end()));
     }
@@ -24,8 +24,8 @@ Findings CheckGeometry(Sectrix::CrossSections const& set) {
 }
 
 Findings CheckGeometry(Sectrix::CrossSection const& section) {
-    TrialCut trial(section.Positions());
-    return CheckSection(section, 0, trial);
+    Geometry::TrialCut trial(section.Positions());
+    return Geometry::CheckSection(section, 0, trial);
 }
 
 } // namespace qel::SectrixTools

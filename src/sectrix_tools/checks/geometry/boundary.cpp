@@ -2,7 +2,7 @@
 
 #include "sectrix/foundation/detail/strict_arithmetic.h"
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 double SignedArea(std::vector<Point> const& corners) {
     double twice = 0.0;
@@ -18,7 +18,7 @@ double Boundary::SignedArea(std::size_t loop) const {
     corners.reserve(End(loop) - Begin(loop));
     for (auto corner = Begin(loop); corner < End(loop); ++corner)
         corners.push_back(PointAt(corner));
-    return SectrixTools::SignedArea(corners);
+    return Geometry::SignedArea(corners);
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -8,7 +8,7 @@
 /// \file
 /// The loops of a section as corners and edges.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 struct Corner {
     Point m_point;
@@ -71,4 +71,4 @@ private:
 /// origin costs no digits.
 double SignedArea(std::vector<Point> const& corners);
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

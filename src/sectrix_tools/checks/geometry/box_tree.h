@@ -9,7 +9,7 @@
 /// \file
 /// Finds the boxes of a list that may matter, without a look at all of them.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// A tree over boxes in the order in which they are given; boxes that lie side by side in it should do so in the
 /// plane.
@@ -55,4 +55,4 @@ private:
     std::vector<std::vector<Box>> m_levels;
 };
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -3,6 +3,7 @@
 #include "sectrix_tools/checks/geometry/box_tree.h"
 #include "sectrix_tools/checks/geometry/edge_meeting.h"
 #include "sectrix_tools/checks/geometry/edge_sweep.h"
+#include "sectrix_tools/checks/geometry/orientation.h"
 #include "sectrix_tools/checks/geometry/strand.h"
 
 #include <algorithm>
@@ -10,7 +11,7 @@
 #include <numeric>
 #include <optional>
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 namespace {
 
@@ -118,7 +119,7 @@ public:
         // Loops that run along each other all the way round part nowhere.
         for (auto const& [loops, along] : m_along)
             if (!along.m_doPart)
-                m_contacts.push_back(Make(along.m_encounter, ContactKind::RunAlong));
+                m_contacts.push_back(Make(along.m_encounter, along.m_kind));
         std::sort(m_contacts.begin(), m_contacts.end(), [](Contact const& one, Contact const& other) {
             return std::tie(one.m_first, one.m_second, one.m_kind) <
                    std::tie(other.m_first, other.m_second, other.m_kind);
@@ -127,9 +128,10 @@ public:
     }
 
 private:
-    /// An encounter of two loops that run along each other, and whether they part anywhere.
+    /// An encounter of two loops that run along each other, how, and whether they part anywhere.
     struct Along {
         Encounter m_encounter;
+        ContactKind m_kind = ContactKind::RunAlong;
         bool m_doPart = false;
     };
 
@@ -157,7 +159,8 @@ private:
         }
         auto const loops =
             std::make_pair(m_boundary.At(first.m_number).m_loop, m_boundary.At(second.m_number).m_loop);
-        auto& along = m_along.try_emplace(loops, Along{encounter, false}).first->second;
+        auto const kind = ahead == Side::OnAhead ? ContactKind::RunAlong : ContactKind::RunBack;
+        auto& along = m_along.try_emplace(loops, Along{encounter, kind, false}).first->second;
         if (IsOn(back) && IsOn(ahead))
             return;
         along.m_doPart = true;
@@ -185,9 +188,9 @@ private:
             point = next;
             if (first == second)
                 return; // the two legs of a spike
-            auto const side = SideOf(m_boundary, first, point, Target(second, way));
-            if (side == along)
+            if (AreSameRay(point, Target(first, firstWay), Target(second, way)))
                 continue;
+            auto const side = SideOf(m_boundary, first, point, Target(second, way));
             if (IsOn(side))
                 return; // the second turns back in a spike
             auto const end = second < first ? Encounter{second, first, point} : Encounter{first, second, point};
@@ -216,4 +219,4 @@ Contacts FindContacts(Boundary const& boundary, std::size_t most) {
     return result;
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -8,7 +8,7 @@
 /// \file
 /// Where the loops of a section meet themselves and each other.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// What two stretches of boundary do where they meet.
 enum class ContactKind {
@@ -47,4 +47,4 @@ struct Contacts {
 /// \param most  the search ends when it has met about as many.
 Contacts FindContacts(Boundary const& boundary, std::size_t most);
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -10,7 +10,7 @@
 /// \file
 /// The points of a loop.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// Where a vertex of a loop is; nothing when its index is not in the pool.
 inline std::optional<Point> PointOf(Sectrix::Loop const& loop, Sectrix::Vertex const& vertex) {
@@ -30,4 +30,4 @@ inline std::vector<Point> CornerPoints(Sectrix::Loop const& loop) {
     return points;
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

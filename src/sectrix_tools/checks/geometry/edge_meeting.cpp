@@ -3,7 +3,7 @@
 #include "sectrix/foundation/detail/strict_arithmetic.h"
 #include "sectrix_tools/checks/geometry/orientation.h"
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 Meeting Meet(Point const& a, Point const& b, Point const& c, Point const& d) {
     if (!BoxOf(a, b).Meets(BoxOf(c, d)))
@@ -39,4 +39,4 @@ Point CrossingPoint(Point const& a, Point const& b, Point const& c, Point const&
                    std::min(one.m_max.y, other.m_max.y))};
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

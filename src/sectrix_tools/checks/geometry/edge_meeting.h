@@ -5,7 +5,7 @@
 /// \file
 /// How two edges lie to each other.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 enum class Meeting {
     /// No point in common.
@@ -29,4 +29,4 @@ bool IsInside(Point const& a, Point const& b, Point const& point);
 /// Where two segments cross, rounded; within both boxes.
 Point CrossingPoint(Point const& a, Point const& b, Point const& c, Point const& d);
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <set>
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 namespace {
 
@@ -127,4 +127,4 @@ SweepResult SweepEdges(Boundary const& boundary, std::vector<std::size_t> const&
     return Sweep(boundary, most).Run(order);
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

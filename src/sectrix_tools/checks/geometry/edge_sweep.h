@@ -8,7 +8,7 @@
 /// \file
 /// Which edges of a section have to be taken away so that no two of those left meet outside their corners.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// What a sweep has found.
 struct SweepResult {
@@ -27,4 +27,4 @@ struct SweepResult {
 /// \param most  the sweep ends when more edges than this have been taken away.
 SweepResult SweepEdges(Boundary const& boundary, std::vector<std::size_t> const& order, std::size_t most);
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

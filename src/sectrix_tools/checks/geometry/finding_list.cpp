@@ -5,7 +5,7 @@
 #include <tuple>
 #include <utility>
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 std::string NumberText(double value) {
     char text[32];
@@ -19,9 +19,7 @@ std::string PointText(Point const& point) {
 
 void FindingList::Add(Severity severity, char const* code, std::string message, SectionPlace const& place) {
     m_hasErrors = m_hasErrors || severity == Severity::Error;
-    auto& [worst, count] = m_counts[code];
-    worst = std::min(worst, severity); // an error stands before a warning
-    if (++count > kMostListed)
+    if (++m_counts[code] > kMostListed)
         return;
     Finding finding;
     finding.m_severity = severity;
@@ -45,14 +43,13 @@ Findings FindingList::Take() {
     std::stable_sort(m_findings.begin(), m_findings.end(), [](Finding const& one, Finding const& other) {
         return std::tie(one.m_loop, one.m_vertex) < std::tie(other.m_loop, other.m_vertex);
     });
-    for (auto const& [code, counted] : std::exchange(m_counts, {}))
-        if (counted.m_count > kMostListed)
-            Add(counted.m_severity, "not-listed",
-                std::to_string(counted.m_count - kMostListed) + " more findings of the kind " + code +
-                    " are not listed",
+    for (auto const& [code, count] : std::exchange(m_counts, {}))
+        if (count > kMostListed)
+            Add(Severity::Warning, "not-listed",
+                std::to_string(count - kMostListed) + " more findings with the code " + code + " are not listed",
                 {});
     m_counts.clear();
     return std::exchange(m_findings, {});
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

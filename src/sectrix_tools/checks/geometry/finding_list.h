@@ -10,7 +10,7 @@
 /// \file
 /// The findings of one section, not more than somebody could read.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// As a number stands in a message: up to six digits, with a point, whatever the locale.
 std::string NumberText(double value);
@@ -42,15 +42,11 @@ public:
     static std::size_t const kMostListed = 1000;
 
 private:
-    struct Count {
-        Severity m_severity = Severity::Warning;
-        std::size_t m_count = 0;
-    };
-
     int m_section;
     bool m_hasErrors = false;
     Findings m_findings;
-    std::map<std::string, Count> m_counts;
+    /// How many findings there were of each code.
+    std::map<std::string, std::size_t> m_counts;
 };
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -8,7 +8,7 @@
 #include <cmath>
 #include <memory>
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 namespace {
 
@@ -32,14 +32,13 @@ public:
         for (std::size_t hole = 1; hole < m_boundary.LoopCount(); ++hole) {
             if (m_boundary.IsEmpty(hole))
                 continue;
-            if (!m_boundary.IsEmpty(0) && !DoCross(0, hole) && Locate(hole, 0) == Location::Outside)
-                nesting.m_outside.push_back(hole);
+            if (!m_boundary.IsEmpty(0) && !DoCross(0, hole))
+                PlaceInOutline(hole, nesting);
             auto const first = nesting.m_inside.size();
             tree.Visit([&](Box const& box) { return box.Contains(m_boxes[hole]); },
                        [&](std::size_t place) {
-                           auto const outer = holes[place];
-                           if (outer != hole && !DoCross(hole, outer) && Locate(hole, outer) == Location::Inside)
-                               nesting.m_inside.emplace_back(hole, outer);
+                           if (IsInside(hole, holes[place]))
+                               nesting.m_inside.emplace_back(hole, holes[place]);
                        });
             std::sort(nesting.m_inside.begin() + static_cast<std::ptrdiff_t>(first), nesting.m_inside.end());
         }
@@ -49,6 +48,21 @@ public:
 private:
     bool DoCross(std::size_t one, std::size_t other) const {
         return m_crossing.count(std::minmax(static_cast<int>(one), static_cast<int>(other))) > 0;
+    }
+
+    void PlaceInOutline(std::size_t hole, Nesting& nesting) {
+        auto const location = Locate(hole, 0);
+        if (location == Location::Outside)
+            nesting.m_outside.push_back(hole);
+        else if (location == Location::On)
+            nesting.m_on.push_back(hole);
+    }
+
+    bool IsInside(std::size_t hole, std::size_t outer) {
+        if (hole == outer || DoCross(hole, outer))
+            return false;
+        auto const location = Locate(hole, outer);
+        return location == Location::Inside || (location == Location::On && outer < hole);
     }
 
     /// The interior loops in columns from left to right, and upward in each: close to each other in the list where
@@ -100,7 +114,7 @@ private:
             [&](std::size_t place) {
                 auto const edge = m_boundary.Begin(loop) + place;
                 auto const &a = m_boundary.PointAt(edge), &b = m_boundary.EdgeEnd(edge);
-                isOn = isOn || a == point || IsInside(a, b, point);
+                isOn = isOn || a == point || Geometry::IsInside(a, b, point);
                 if ((a.x <= point.x) != (b.x <= point.x) && Orientation(std::min(a, b), std::max(a, b), point) > 0)
                     isInside = !isInside;
             });
@@ -131,4 +145,4 @@ Nesting FindNesting(Boundary const& boundary, LoopPairs const& crossing) {
     return Nester(boundary, crossing).Run();
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

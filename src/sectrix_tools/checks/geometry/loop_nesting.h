@@ -10,7 +10,7 @@
 /// \file
 /// Which loops of a section lie in which.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// Pairs of loops, the first number the less.
 using LoopPairs = std::set<std::pair<int, int>>;
@@ -18,7 +18,10 @@ using LoopPairs = std::set<std::pair<int, int>>;
 struct Nesting {
     /// The interior loops that lie outside the exterior one.
     std::vector<std::size_t> m_outside;
-    /// Interior loops that lie in another, with that one, by the inner.
+    /// The interior loops that lie on the exterior one all the way round.
+    std::vector<std::size_t> m_on;
+    /// Interior loops that lie in another, with that one, by the inner. One that lies on another all the way round
+    /// counts as lying in it if it stands behind it.
     std::vector<std::pair<std::size_t, std::size_t>> m_inside;
 };
 
@@ -27,4 +30,4 @@ struct Nesting {
 /// \param crossing  the pairs of loops that cross; they are passed over.
 Nesting FindNesting(Boundary const& boundary, LoopPairs const& crossing);
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -5,7 +5,7 @@
 #include <array>
 #include <cmath>
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 namespace {
 
@@ -26,7 +26,7 @@ public:
     int Sign() const {
         for (std::size_t i = m_size; i-- > 0;)
             if (m_components[i] != 0.0)
-                return SectrixTools::Sign(m_components[i]);
+                return Geometry::Sign(m_components[i]);
         return 0;
     }
 
@@ -72,4 +72,4 @@ int Orientation(Point const& a, Point const& b, Point const& c) {
     return ExactOrientation(a, b, c);
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

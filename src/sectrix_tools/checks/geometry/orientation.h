@@ -5,7 +5,7 @@
 /// \file
 /// On which side of a line a point lies, without rounding.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// 1 when c lies to the left of the line from a to b, -1 to the right, 0 on it.
 ///
@@ -26,4 +26,4 @@ inline bool AreSameRay(Point const& from, Point const& one, Point const& other) 
     return IsAhead(from, one, other) && Orientation(from, one, other) == 0;
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

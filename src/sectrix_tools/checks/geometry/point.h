@@ -6,7 +6,7 @@
 /// \file
 /// Points and boxes of the plane, as the checks of geometry use them.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 struct Point {
     double x = 0.0, y = 0.0;
@@ -52,4 +52,4 @@ inline Box BoxOf(Point const& a, Point const& b) {
     return box;
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 namespace {
 
@@ -64,7 +64,7 @@ private:
                 isUsable = false;
         }
         if (isUsable && corners.size() < 3) {
-            m_findings.Add(Severity::Error, "too-few-vertices",
+            m_findings.Add(Severity::Error, "loop-too-short",
                            LoopName(number) + " has " + std::to_string(corners.size()) +
                                " vertices; a loop has at least three",
                            {number, -1});
@@ -90,7 +90,7 @@ private:
             m_findings.Add(Severity::Error, "coordinate-not-finite", "a coordinate of this vertex is not finite",
                            place, point);
         else if (size > kMostCoordinate)
-            m_findings.Add(Severity::Error, "beyond-tolerance",
+            m_findings.Add(Severity::Error, "coordinate-too-large",
                            "the coordinates " + PointText(point) + " are too large to be computed with", place,
                            point);
         else
@@ -180,10 +180,9 @@ private:
             return add(Severity::Warning, "point-repeated",
                        LoopName(loop) + " passes through this point twice: here, and " + other);
         case ContactKind::RunBack:
-            return add(Severity::Warning, "edges-overlap",
+            return add(Severity::Warning, "edges-run-back",
                        LoopName(loop) + " runs back along itself: here, and " + other);
         case ContactKind::RunAlong:
-            m_crossing.emplace(loop, loop);
             return add(Severity::Error, "edges-overlap",
                        LoopName(loop) + " runs twice along the same line: here, and " + other);
         }
@@ -229,7 +228,7 @@ private:
     }
 
     void CheckNesting() {
-        auto const [outside, inside] = FindNesting(m_boundary, m_crossing);
+        auto const [outside, on, inside] = FindNesting(m_boundary, m_crossing);
         auto const add = [this](char const* code, std::string const& message, std::size_t hole) {
             auto const corner = m_boundary.Begin(hole);
             m_findings.Add(Severity::Error, code, message, {static_cast<int>(hole), -1},
@@ -237,6 +236,9 @@ private:
         };
         for (auto const hole : outside)
             add("hole-outside", LoopName(static_cast<int>(hole)) + " lies outside of the outline", hole);
+        for (auto const hole : on)
+            add("hole-on-outline", LoopName(static_cast<int>(hole)) + " lies on the outline all the way round",
+                hole);
         for (auto const& [inner, outer] : inside)
             add("hole-inside-hole",
                 LoopName(static_cast<int>(inner)) + " lies inside " + LoopName(static_cast<int>(outer)), inner);
@@ -274,4 +276,4 @@ Findings CheckSection(Sectrix::CrossSection const& section, int place, TrialCut&
     return SectionCheck(section, place).Run(trial);
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

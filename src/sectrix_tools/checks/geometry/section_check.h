@@ -7,7 +7,7 @@
 /// \file
 /// What is wrong with the geometry of one section.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// The findings of a section.
 ///
@@ -16,4 +16,4 @@ namespace qel::SectrixTools {
 /// \param trial  cuts over a copy of the section's pool.
 Findings CheckSection(Sectrix::CrossSection const& section, int place, TrialCut& trial);
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

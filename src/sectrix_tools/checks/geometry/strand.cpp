@@ -2,7 +2,7 @@
 
 #include "sectrix_tools/checks/geometry/orientation.h"
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 Side SideOf(Boundary const& boundary, Strand const& strand, Point const& point, Point const& target) {
     auto const& ahead = boundary.PointAt(NextCorner(boundary, strand, Way::Ahead));
@@ -22,4 +22,4 @@ Side SideOf(Boundary const& boundary, Strand const& strand, Point const& point, 
     return isLeft ? Side::Left : Side::Right;
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

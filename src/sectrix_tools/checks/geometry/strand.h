@@ -8,7 +8,7 @@
 /// \file
 /// A stretch of boundary that passes through a point.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// A loop where it passes through a point: at a corner, or inside an edge.
 struct Strand {
@@ -57,4 +57,4 @@ inline bool IsOn(Side side) {
     return side == Side::OnAhead || side == Side::OnBack;
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 namespace {
 
@@ -88,4 +88,4 @@ double RoundingOfAreas(Box const& box) {
     return 0x1p-50 * reach * extent;
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

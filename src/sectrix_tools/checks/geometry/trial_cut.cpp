@@ -6,7 +6,7 @@
 
 #include <cmath>
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 namespace {
 
@@ -47,4 +47,4 @@ CutResult TrialCut::Cut(Sectrix::CrossSection const& section) {
     return result;
 }
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry

@@ -10,7 +10,7 @@
 /// \file
 /// Cuts sections where nobody sees it.
 
-namespace qel::SectrixTools {
+namespace qel::SectrixTools::Geometry {
 
 /// A corner of a convex loop that is not convex.
 struct Notch {
@@ -39,4 +39,4 @@ private:
     Sectrix::CrossSections m_set;
 };
 
-} // namespace qel::SectrixTools
+} // namespace qel::SectrixTools::Geometry
