@@ -199,7 +199,15 @@ protected:
 private:
     friend class CrossSections;
 
-    // In cutting/hole_removal.cpp and cutting/convex_decomposition.cpp, where they are described.
+    // Where the members stand that are not in cross_section.cpp:
+    //   From, To                                            section_document.cpp
+    //   ConvexLoops, BuildConvexLoop, ResetConvexLoops      cutting/convex_decomposition.cpp
+    //   RemoveHole, RemoveHoles                             cutting/hole_removal.cpp
+    //   IsCompatible, GetCompatibleInteriorLoop             blending/section_pairing.cpp
+    //   the blending constructor, Blend                     blending/interpolation.cpp
+    //   Dump                                                dump.cpp
+
+    // In the two files under cutting/, where they are described.
     std::size_t MergeHoles(std::size_t limit) const;
     void TakeMerged(HoleMerger const& merger) const;
     void ReserveConvexLoops(std::size_t size) const;

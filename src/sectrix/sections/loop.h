@@ -180,6 +180,12 @@ public:
 private:
     friend class CrossSection;
 
+    // Where the members stand that are not in loop.cpp:
+    //   From, To                           section_document.cpp
+    //   GetOtherShift, IsCompatible        blending/loop_alignment.cpp
+    //   the blending constructor, Blend    blending/interpolation.cpp
+    //   Dump                               dump.cpp
+
     bool HasPlace(int place) const { return place >= 0 && static_cast<std::size_t>(place) < m_vertices.size(); }
     /// What `LeftMostVertex` works out.
     int FindLeftMost() const;

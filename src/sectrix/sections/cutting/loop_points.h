@@ -20,7 +20,7 @@ inline bool ReadPoints(std::vector<Vertex> const& vertices, CSPositions const& p
     bool isWhole = true;
     for (auto const& vertex : vertices) {
         bool found = false;
-        // What is not found is the sentinel, which a host may have written into.
+        // What is not found is the pool's invalid position, which a host may have written into.
         auto const& position = pool.GetPosition(static_cast<std::uint64_t>(vertex.Index()), found);
         points.push_back(found ? position.Position() : Vec<2, double>{});
         isWhole = isWhole && found;

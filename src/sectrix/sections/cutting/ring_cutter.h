@@ -45,8 +45,8 @@ public:
     /// Takes a loop's vertices, with their points in the same order, in place of what the ring held.
     void Load(std::vector<Vertex> const& vertices, Scratch::List<Vec<2, double>> const& points);
 
-    /// The piece that the walk from the first notch on finds first; nothing when the ring is convex, has no more
-    /// than three vertices, or cannot be cut.
+    /// The piece that the walk from the first reflex vertex on finds first; nothing when the ring is convex, has no
+    /// more than three vertices, or cannot be cut.
     std::optional<Chain> FindPiece();
 
     /// Takes a piece that was found out of the ring and appends its vertices to `piece`.
