@@ -24,7 +24,7 @@ cmake --preset bench -DCMAKE_CXX_COMPILER=g++ -DORL_SECTRIX_STRICT=ON >/dev/null
 cmake --build --preset bench
 
 echo "== clang-tidy"
-git ls-files -z -- 'src/*.cpp' 'examples/*.cpp' | xargs -0 -n 2 -P "$(nproc)" clang-tidy -p build/check --quiet
+git ls-files -z -- 'src/*.cpp' 'command/*.cpp' 'examples/*.cpp' | xargs -0 -n 2 -P "$(nproc)" clang-tidy -p build/check --quiet
 
 echo "== threads"
 cmake --preset threads >/dev/null

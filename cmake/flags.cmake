@@ -43,3 +43,12 @@ function(sectrix_library name)
         set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)
     endif()
 endfunction()
+
+# The headers of a host's own interface libraries come before the bundled ones of the same names.
+function(sectrix_prefer_host_interfaces name)
+    if(NOT ORL_SECTRIX_BUNDLED_INTERFACES)
+        foreach(library ORL_Json GvsWrap MVQ)
+            target_include_directories(${name} BEFORE PUBLIC $<TARGET_PROPERTY:${library},INTERFACE_INCLUDE_DIRECTORIES>)
+        endforeach()
+    endif()
+endfunction()

@@ -1,6 +1,6 @@
-# What `cmake --install` puts down, each in a runtime component with the libraries and a development component with the
-# headers and the packages for CMake and pkg-config: the library with its guides, and the tools. Everything refers to
-# everything else by relative paths, so an installed copy may be moved.
+# What `cmake --install` puts down: the library with its guides, the tools, and the program. Each library has a runtime
+# component with what is loaded and a development component with headers and the packages for CMake and pkg-config.
+# Everything refers to everything else by relative paths, so an installed copy may be moved.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -38,6 +38,16 @@ install_libraries(ORL_Sectrix "" LIBRARIES ${libraries} DESCRIPTION "${PROJECT_D
 if(ORL_SECTRIX_TOOLS)
     install_libraries(ORL_SectrixTools tools_ LIBRARIES ORL_SectrixTools REQUIRES "ORL_Sectrix = ${PROJECT_VERSION}"
         DESCRIPTION "Checks of section documents and of the geometry of sections")
+endif()
+
+if(ORL_SECTRIX_COMMAND)
+    file(RELATIVE_PATH to_libraries /${CMAKE_INSTALL_BINDIR}/. /${CMAKE_INSTALL_LIBDIR})
+    set_property(TARGET sectrix PROPERTY INSTALL_RPATH $ORIGIN/${to_libraries})
+    install(TARGETS sectrix RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT command)
+    get_target_property(pages sectrix SECTRIX_MANUAL_PAGES)
+    install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT command)
+    install(FILES command/completion.bash DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions
+        RENAME sectrix COMPONENT command)
 endif()
 
 # Not CMAKE_INSTALL_DOCDIR: as a part of a host's build that may be the host's.

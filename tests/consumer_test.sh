@@ -12,10 +12,10 @@ expected_of_tools="error 1"
 warnings=(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 rm -rf "$work" && mkdir -p "$work"
 
-expect_output() { # way, program, what it prints
+expect_output() { # way, what is printed, the program with its arguments
     local output
-    output=$("$2") || fail "$1: the program fails"
-    [ "$output" = "$3" ] || fail "$1: the program prints $output"
+    output=$("${@:3}") || fail "$1: the program fails"
+    [ "$output" = "$2" ] || fail "$1: the program prints $output"
 }
 
 build_host() { # way, CMake options
@@ -24,8 +24,8 @@ build_host() { # way, CMake options
         -DCMAKE_CXX_FLAGS="${warnings[*]}" "${@:2}" >"$work/$1.log" 2>&1
     ! grep -q Warning "$work/$1.log" || fail "$1: CMake warns"
     cmake --build "$work/$1" -- -j2 >>"$work/$1.log" || { cat "$work/$1.log"; fail "$1: does not build"; }
-    [ "$1" = host-interfaces ] || expect_output "$1" "$work/$1/consumer" "$expected"
-    [[ $1 =~ ^(package|host-interfaces)$ ]] || expect_output "$1" "$work/$1/consumer_of_tools" "$expected_of_tools"
+    [ "$1" = host-interfaces ] || expect_output "$1" "$expected" "$work/$1/consumer"
+    [ "$1" = package ] || expect_output "$1" "$expected_of_tools" "$work/$1/consumer_of_tools"
 }
 
 # An installed copy works wherever it is moved to.
@@ -34,6 +34,10 @@ mkdir "$work/moved" && mv "$work/here" "$work/moved/there"
 copy=$work/moved/there
 for page in README.md docs/sections.md docs/images/box-girder.svg docs/schemas/section-document.schema.json; do
     [ -f "$copy/share/doc/ORL_Sectrix/$page" ] || fail "$page is not installed"
+done
+expect_output "the program" "sectrix $version" "$copy/bin/sectrix" --version
+for page in sectrix sectrix-check; do
+    grep -q "^$page " "$copy/share/man/man1/$page.1" || fail "the manual page of $page"
 done
 build_host package -DSECTRIX_AS=package -DCMAKE_PREFIX_PATH="$copy"
 build_host package-with-tools -DSECTRIX_AS=package -DSECTRIX_COMPONENTS=Tools -DCMAKE_PREFIX_PATH="$copy"
@@ -44,6 +48,7 @@ grep -q 'There is no component Toolz' "$work/unknown.log" || fail "nothing is sa
 echo "== Debian packages"
 cpack --config "$build/CPackConfig.cmake" -B "$work/packages" >"$work/cpack.log" 2>&1 || { cat "$work/cpack.log"; fail "cpack"; }
 for package in "$work"/packages/*.deb; do dpkg-deb -x "$package" "$work/debian"; done
+expect_output "the packaged program" "sectrix $version" "$work/debian/usr/bin/sectrix" --version
 build_host debian -DSECTRIX_AS=package -DSECTRIX_COMPONENTS=Tools -DCMAKE_PREFIX_PATH="$work/debian/usr"
 
 echo "== README"
@@ -62,7 +67,7 @@ export PKG_CONFIG_PATH
 pkg_config_host() { # package, source file, what it prints
     read -ra flags <<<"$(pkg-config --cflags --libs "$1")"
     "$CXX" -std=c++17 "${warnings[@]}" "$source/tests/consumer/$2" "${flags[@]}" -o "$work/$1_consumer"
-    LD_LIBRARY_PATH=$(pkg-config --variable=libdir "$1") expect_output "pkg-config $1" "$work/$1_consumer" "$3"
+    LD_LIBRARY_PATH=$(pkg-config --variable=libdir "$1") expect_output "pkg-config $1" "$3" "$work/$1_consumer"
     [ "$(pkg-config --modversion "$1")" = "$version" ] || fail "version in $1.pc"
 }
 pkg_config_host ORL_Sectrix main.cpp "$expected"

@@ -1,6 +1,6 @@
 # The examples of README.md and docs/ are built from there and must print what stands there: the blocks of C++ of a page
 # are one program, run in their order, and its blocks of text are what that prints. A page whose blocks have no main
-# gets one around all but the lines of #include.
+# gets one around all but the lines of #include. Pages with blocks of console are listed in pages_with_commands.
 
 # Puts the fenced blocks of this language, one after another, into a variable of the caller.
 function(page_blocks page language result)
@@ -52,6 +52,11 @@ function(test_page page)
 endfunction()
 
 file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/docs/*.md)
+set(pages_with_commands "")
 foreach(page ${pages})
     test_page(${page})
+    file(STRINGS ${page} commands REGEX "^```console$")
+    if(commands)
+        list(APPEND pages_with_commands ${page})
+    endif()
 endforeach()

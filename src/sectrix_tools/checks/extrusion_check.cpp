@@ -97,8 +97,9 @@ void CheckPlane(DocumentWalk& walk, Dom const& plane) {
         else if (which == 3)
             walk.CheckNumber(value, "the skew");
         else {
-            bool const isZero = value.size() >= 3 && value[0].asDouble(1.0) == 0.0 &&
-                                value[1].asDouble(1.0) == 0.0 && value[2].asDouble(1.0) == 0.0;
+            bool isZero = value.size() >= 3;
+            for (std::uint64_t i = 0; i < 3 && isZero; ++i)
+                isZero = value[i].asDouble(1.0) == 0.0;
             if (which == 2 && isZero)
                 walk.Report("normal-zero", "the normal has no direction");
             CheckPoint(walk, value);
