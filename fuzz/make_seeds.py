@@ -21,8 +21,18 @@ def extrusion_documents(cases):
             yield from map(json.dumps, case[kind])
 
 
+def checked_documents(cases):
+    for path in sorted(cases.glob("checks/*.json")):
+        for case in json.loads(path.read_text()):
+            if "text" in case:
+                yield case["text"]
+    yield from section_documents(cases)
+    yield from extrusion_documents(cases)
+
+
 cases, folder = map(pathlib.Path, sys.argv[1:])
-for target, documents in (("section_document", section_documents), ("extrusion", extrusion_documents)):
+for target, documents in (("section_document", section_documents), ("extrusion", extrusion_documents),
+                          ("checks", checked_documents)):
     shutil.rmtree(folder / target, ignore_errors=True)
     (folder / target).mkdir(parents=True)
     for number, text in enumerate(documents(cases)):

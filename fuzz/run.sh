@@ -21,7 +21,7 @@ for target; do
     [ ! -d build/fuzz-seeds/"$target" ] || seeds+=(build/fuzz-seeds/"$target")
     options=(-max_total_time="$seconds" -max_len=4096 -timeout=20 -rss_limit_mb=2048 -print_final_stats=1
              -artifact_prefix="build/fuzz-findings/$target-")
-    case $target in section_document | extrusion) options+=(-dict=fuzz/json.dict) ;; esac
+    case $target in section_document | extrusion | checks) options+=(-dict=fuzz/json.dict) ;; esac
     if ! build/fuzz/fuzz/fuzz_"$target" "${options[@]}" "$learned" "${seeds[@]}" >"$log" 2>&1; then
         tail -n 40 "$log"
         echo "$target: a finding, see build/fuzz-findings"

@@ -56,6 +56,9 @@ struct Target {
 std::string RunSectionDocument(std::string const& bytes);
 /// The bytes are the text of a document, read as an extrusion, as an end plane and as a position.
 std::string RunExtrusion(std::string const& bytes);
+/// The bytes are the text of a document; what the checks say of it is held against what is read. Only with the tools
+/// library.
+std::string RunChecks(std::string const& bytes);
 /// A section with any loops, cut, beside the plain twin.
 std::string RunCutting(std::string const& bytes);
 /// Two sets of sections, compared and blended, beside the plain twin.
@@ -70,6 +73,9 @@ std::string RunText(std::string const& bytes);
 inline constexpr Target kTargets[] = {
     {"section_document", RunSectionDocument},
     {"extrusion", RunExtrusion},
+#ifdef SECTRIX_WITH_TOOLS
+    {"checks", RunChecks, true},
+#endif
     {"cutting", RunCutting, true},
     {"alignment", RunAlignment, true},
     {"mesh", RunMesh},
