@@ -104,6 +104,18 @@ TEST(Blending, OfTwoDocuments) {
     }
 }
 
+/// The hole of the second lines up with that of the first. But the other way round, which is what a blend goes by,
+/// the walk ends at the vertex without a position, before the name has fixed a shift.
+TEST(Blending, OfAHoleThatBeginsWithoutAPosition) {
+    auto const first = MakeSet(Draft{{{{"A", {}}}, {{shapes::kNoPosition, {}}, {"P", {1, 0}}, {}}}});
+    auto const second = MakeSet(Draft{{{{"A", {}}}, {{"P", {2, 0}}, {"", {3, 0}}, {"", {4, 0}}}}});
+    CrossSections const blend(first, second, 1, false);
+    bool found = false;
+    EXPECT_EQ(SectionText(blend.Items()[0]), ": 3 | 5 6");
+    EXPECT_EQ(blend.Positions().GetPosition("P", found).Position()[0], 3);
+    EXPECT_EQ(SetText(blend), plain::BlendText(first, second, 1, false));
+}
+
 TEST(Blending, OfSectionsWithoutPartners) {
     // The exterior loops need not match, an interior loop without a partner is left out, and so is what is not in
     // the pool; the list of added vertices is taken over.

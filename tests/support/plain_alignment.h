@@ -2,6 +2,7 @@
 
 #include "support/section_text.h"
 
+#include <algorithm>
 #include <set>
 #include <sstream>
 
@@ -95,6 +96,38 @@ inline bool IsCompatible(CrossSections const& set, CrossSections const& other, b
     return isSame;
 }
 
+inline double Blend(double p, double q, double ratio) {
+    return (1.0 - ratio) * p + ratio * q;
+}
+
+/// Fills `blend`, a loop over `pool`.
+inline void BlendLoop(Loop const& first, Loop const& second, CSPositions& pool, double ratio, Loop& blend) {
+    bool ok = false, found = false;
+    int const shift = std::max(Shift(first, second, ok), 0);
+    int const size = int(first.Vertices().size()), otherSize = int(second.Vertices().size());
+    for (int k = 0; k < std::min(size, otherSize); ++k) {
+        auto const& vertex = first.Vertices()[std::size_t(k)];
+        auto const *p = At(first, k), *q = At(second, (otherSize - shift % otherSize + k) % otherSize);
+        auto& moved = pool.GetPosition(std::uint64_t(std::int64_t{vertex.Index()}), found);
+        if (!found || !p || !q)
+            continue;
+        for (std::size_t axis = 0; axis < 2; ++axis)
+            moved.Position()[axis] = Blend(p->Position()[axis], q->Position()[axis], ratio);
+        blend.AddVertex(vertex.Index(), vertex.Exterior());
+    }
+}
+
+/// The blend of two sections without names of their own.
+inline CrossSection BlendSection(CrossSection const& first, CrossSection const& second, CSPositions& pool,
+                                 double ratio) {
+    CrossSection blend(pool, false);
+    BlendLoop(first.ExteriorLoop(), second.ExteriorLoop(), pool, ratio, blend.GetExteriorLoop());
+    for (std::size_t i = 0; i < second.InteriorLoops().size(); ++i)
+        if (auto const* partner = FindLoop(first, second.InteriorLoops()[i], i))
+            BlendLoop(*partner, second.InteriorLoops()[i], pool, ratio, blend.AddInteriorLoop());
+    return blend;
+}
+
 /// What the blended set reads as, put together section by section.
 inline std::string BlendText(CrossSections const& first, CrossSections const& second, double ratio, bool convex) {
     bool const isPair = IsCompatible(first, second, convex);
@@ -108,7 +141,7 @@ inline std::string BlendText(CrossSections const& first, CrossSections const& se
     for (std::size_t i = 0; i < first.Items().size(); ++i) {
         auto const& section = first.Items()[i];
         if (isPair)
-            sections.emplace_back(section, *FindSection(second, section, i, convex), pool, pool, pool, ratio);
+            sections.push_back(BlendSection(section, *FindSection(second, section, i, convex), pool, ratio));
         else
             sections.emplace_back(section, pool);
         added.insert(section.AddedVertices().begin(), section.AddedVertices().end());
@@ -123,7 +156,7 @@ inline std::string BlendText(CrossSections const& first, CrossSections const& se
         if (!isPair)
             parameters << name << '=' << value << '\n';
         else if (auto const other = second.Parameters().find(name); other != second.Parameters().end())
-            parameters << name << '=' << (1.0 - ratio) * value + ratio * other->second << '\n';
+            parameters << name << '=' << Blend(value, other->second, ratio) << '\n';
     return sectrix_tests::SetText(set) + parameters.str();
 }
 

@@ -31,6 +31,7 @@ void CSPositions::SetPositions(CSPositions const& first, CSPositions const& seco
 }
 
 void CSPositions::Append(CSPositions const& other) {
+    assert(this != &other);
     if (m_positions.empty() && m_nameIndex.empty()) {
         *this = other; // several times as fast as adding name by name
         if (IsIndexExact())

@@ -3,6 +3,7 @@
 #include "sectrix/sections/loop.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@ inline bool HaveNames(CSPositions const& first, CSPositions const& second) {
 
 /// The name of the vertex at `place`, which must be in the loop; null when the vertex is not a named one.
 inline std::string const* NameAt(Loop const& loop, std::size_t place) {
+    assert(place < loop.Vertices().size());
     bool found = false;
     auto const index = static_cast<std::uint64_t>(loop.Vertices()[place].Index());
     auto const& name = loop.Positions().GetPosition(index, found).Name();
