@@ -2,6 +2,8 @@
 
 #include "sectrix_tools/solids/sweeping/ring_finding.h"
 
+#include <cstdint>
+#include <map>
 #include <string>
 
 namespace qel::SectrixTools::Solids {
@@ -27,28 +29,70 @@ Match Compare(Loop const& first, Loop const& other, std::size_t& vertex) {
     return linesUp ? Match::ByNames : Match::OtherNames;
 }
 
-/// The hole of `other` that answers to the one at `place`: the one there if it does, else the first one by its
-/// names that no other has taken. The match at the place tells why there is none.
-Match FindHole(Loop const& hole, CrossSection const& other, std::size_t place, std::vector<bool>& taken,
-               AlignedLoop& found) {
-    auto const& holes = other.InteriorLoops();
-    Match atPlace = Match::OtherNames;
-    if (!taken[place]) {
-        found.m_loop = place + 1;
-        atPlace = Compare(hole, holes[place], found.m_vertex);
-    }
-    Match match = atPlace;
-    for (std::size_t i = 0; i < holes.size() && match != Match::ByNames && match != Match::ByPlace; ++i) {
-        std::size_t vertex = 0;
-        if (taken[i] || Compare(hole, holes[i], vertex) != Match::ByNames)
-            continue;
-        found = {i + 1, vertex};
-        match = Match::ByNames;
-    }
-    if (match == Match::ByNames || match == Match::ByPlace)
-        taken[found.m_loop - 1] = true;
-    return match == Match::ByNames ? match : atPlace;
+bool Answers(Match match) {
+    return match == Match::ByNames || match == Match::ByPlace;
 }
+
+std::string const& NameOf(Loop const& loop, Sectrix::Vertex const& vertex) {
+    bool found = false;
+    return loop.Positions().GetPosition(static_cast<std::uint64_t>(vertex.Index()), found).Name();
+}
+
+/// The name of the first vertex that has one; empty where none has.
+std::string FirstName(Loop const& loop) {
+    for (auto const& vertex : loop.Vertices())
+        if (!NameOf(loop, vertex).empty())
+            return NameOf(loop, vertex);
+    return {};
+}
+
+/// The holes of a section, to be given each to one of the first.
+class Holes {
+public:
+    explicit Holes(std::vector<Loop> const& holes) : m_holes(holes), m_taken(holes.size()) {}
+
+    /// Takes the hole that answers to the one at `place` of the first section: the one there if it does, else the
+    /// first by its names. Where none does, the match says what is wrong with the one at the place.
+    Match Take(Loop const& hole, std::size_t place, AlignedLoop& taken) {
+        Match match = Match::OtherNames;
+        if (!m_taken[place]) {
+            taken.m_loop = place + 1;
+            match = Compare(hole, m_holes[place], taken.m_vertex);
+        }
+        if (!Answers(match) && TakeByNames(hole, taken))
+            match = Match::ByNames;
+        if (Answers(match))
+            m_taken[taken.m_loop - 1] = true;
+        return match;
+    }
+
+private:
+    bool TakeByNames(Loop const& hole, AlignedLoop& taken) {
+        if (m_byName.empty())
+            ListNames();
+        auto const [begin, end] = m_byName.equal_range(FirstName(hole));
+        for (auto candidate = begin; candidate != end; ++candidate) {
+            std::size_t const place = candidate->second;
+            std::size_t vertex = 0;
+            if (m_taken[place] || Compare(hole, m_holes[place], vertex) != Match::ByNames)
+                continue;
+            taken = {place + 1, vertex};
+            return true;
+        }
+        return false;
+    }
+    void ListNames() {
+        for (std::size_t place = 0; place < m_holes.size(); ++place)
+            for (auto const& vertex : m_holes[place].Vertices())
+                if (!NameOf(m_holes[place], vertex).empty())
+                    m_byName.emplace(NameOf(m_holes[place], vertex), place);
+    }
+
+    std::vector<Loop> const& m_holes;
+    std::vector<bool> m_taken;
+    /// From the name of a vertex to the places of the holes that have it; empty while no hole stood elsewhere.
+    std::multimap<std::string, std::size_t> m_byName;
+};
 
 Finding Mismatch(Match match, std::size_t loop) {
     return match == Match::OtherSize
@@ -69,11 +113,11 @@ std::vector<AlignedLoop> AlignStation(CrossSection const& first, CrossSection co
         return {};
     }
     std::vector<AlignedLoop> aligned(holes + 1);
-    std::vector<bool> taken(holes);
+    Holes candidates(other.InteriorLoops());
     for (std::size_t loop = 0; loop <= holes; ++loop) {
         Match const match = loop == 0 ? Compare(first.ExteriorLoop(), other.ExteriorLoop(), aligned[0].m_vertex)
-                                      : FindHole(LoopOf(first, loop), other, loop - 1, taken, aligned[loop]);
-        if (match == Match::ByNames || match == Match::ByPlace)
+                                      : candidates.Take(LoopOf(first, loop), loop - 1, aligned[loop]);
+        if (Answers(match))
             continue;
         findings.push_back(Mismatch(match, loop));
         return {};
