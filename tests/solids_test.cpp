@@ -403,6 +403,14 @@ TEST(Solids, WhatIsInTheWayIsTold) {
     flat.m_placement[0] = 0;
     auto far = at(box, 10);
     far.m_placement[15] = 0;
+    auto beyond = at(box, 10);
+    beyond.m_placement[3] = 0.1; // points left of -2 lie behind the horizon
+    auto const wide = MakeSet(shapes::Box(3));
+    Station const sheared{&wide.Items()[0],
+                          {{0.975292, 0.220921, 3, 0, 0.0592204, -0.261439, 0.963402, 0, 0, 0, 0, 0, 0, 5, 1, 1}}};
+    auto perspective = at(box, 10);
+    perspective.m_placement[3] = 0.01;
+    beyond.m_placement[15] = 0.2;
 
     shapes::Shape bowTie, plain;
     bowTie.AddLoop({{0, 0}, {4, 4}, {4, 0}, {0, 3}});
@@ -426,11 +434,13 @@ TEST(Solids, WhatIsInTheWayIsTold) {
         {"other-number-of-vertices@1", {at(girder, 0), at(nine, 1)}},
         {"placement-not-finite@1", {at(box, 0), nowhere}},
         {"placement-not-finite@1", {at(box, 0), far}},
+        {"placement-not-finite@1", {at(box, 0), beyond}},
         {"stations-not-in-order@1", {at(box, 0), flat}},
         {"stations-not-in-order@1", {at(box, 0), mirrored}},
         {"stations-not-in-order@1", {at(box, 3), at(box, 3)}},
         {"stations-not-in-order@1", {at(box, 3), at(box, 3 + 1e-11)}},
         {"stations-not-in-order@2", {at(box, 0), at(large, 3), at(box, 2)}},
+        {"stations-not-in-order@-1", {at(wide, 0), sheared}},
         {"stations-not-in-order@1", Stations(box.Items()[0], Arc(2, 1, 10))},
         {"edges-cross@0", {at(crossed, 0), at(crossed, 1)}},
         {"edges-cross@1", {at(square, 0), at(crossed, 1), at(square, 2)}},
@@ -439,6 +449,8 @@ TEST(Solids, WhatIsInTheWayIsTold) {
     };
     for (auto const& [codes, stations] : cases)
         EXPECT_EQ(Refusal(stations), codes);
+
+    EXPECT_EQ(Faults(Sweep({at(box, 0), perspective})), "");
 
     // Names that do not line up, and that do with every loop begun elsewhere.
     auto const named = [](std::vector<std::string> const& names) {

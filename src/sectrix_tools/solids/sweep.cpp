@@ -88,14 +88,17 @@ Finding StationError(std::string const& code, std::string const& message, std::s
     return finding;
 }
 
-/// Appends the point of one position; false where it has no finite place.
+/// Appends the point of one position; false where it has no finite place, or lies behind the horizon of a placement
+/// that is a perspective.
 bool PlacePoint(Station const& station, int index, TriangleMesh& mesh) {
     bool found = false;
     auto const& point =
         station.m_section->Positions().GetPosition(static_cast<std::uint64_t>(index), found).Position();
-    Sectrix::Position const place(point[0], point[1], 0.0, Sectrix::Matrix{station.m_placement.m_elements.data()});
+    auto const& placement = station.m_placement;
+    Sectrix::Position const place(point[0], point[1], 0.0, Sectrix::Matrix{placement.m_elements.data()});
     mesh.m_points.push_back({place.X(), place.Y(), place.Z()});
-    return std::isfinite(place.X()) && std::isfinite(place.Y()) && std::isfinite(place.Z());
+    return point[0] * placement[3] + point[1] * placement[7] + placement[15] > 0 && std::isfinite(place.X()) &&
+           std::isfinite(place.Y()) && std::isfinite(place.Z());
 }
 
 /// Appends the points of all stations; what is in the way is added to the findings.
@@ -174,6 +177,9 @@ Solid Sweep(std::vector<Station> const& stations) {
         if (!IsClosed(solid.m_mesh))
             solid.m_findings.push_back(
                 RingError("loops-not-of-the-section", "caps and sides do not meet edge by edge"));
+        else if (!(Volume(solid.m_mesh) > 0))
+            solid.m_findings.push_back(
+                RingError("stations-not-in-order", "the sections turn so far that the sides are inside out"));
     }
     if (!solid.m_findings.empty())
         solid.m_mesh = {};

@@ -43,17 +43,14 @@ struct Solid {
 ///
 /// There is no solid, and an error says why:
 ///  - "too-few-stations": fewer than two; "station-without-section": a station without one.
-///  - Every code of `Boundary` for the sections at the two ends; for those between, the errors of `CheckGeometry`,
-///  but
-///    those about convex loops, and "position-used-twice". A section that stands at several stations is looked at
-///    once.
+///  - At the two ends every code of `Boundary`. Between them the errors of `CheckGeometry`, but those about convex
+///    loops, and "position-used-twice". A section that stands at several stations is looked at once.
 ///  - "other-number-of-loops", "other-number-of-vertices", "names-do-not-line-up": a section does not correspond to
-///  the
-///    first.
-///  - "placement-not-finite": a point has no finite place in space.
+///    the first.
+///  - "placement-not-finite": a point has no finite place in space, or its fourth component is not above 0.
 ///  - "stations-not-in-order": a section does not lie wholly on one and the same side of its neighbour. They cross,
-///  as
-///    in a curve that is too tight, coincide, go back, face the other way, or a placement flattens the section.
+///    as in a curve that is too tight, coincide, go back, face the other way, or a placement flattens the section;
+///    or they turn so far between two stations that the volume is not above 0.
 ///
 /// Nothing raises an exception but for memory that runs out. Whether the solid meets itself further along, as one
 /// that goes around in a full circle may, is not looked at.
