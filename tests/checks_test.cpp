@@ -1,10 +1,12 @@
 #include "sectrix_tools/checks/codes.h"
 #include "sectrix_tools/checks/document_check.h"
 #include "sectrix_tools/checks/extrusion_check.h"
+#include "sectrix_tools/checks/text_check.h"
 #include "support/test_data.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <map>
@@ -44,13 +46,23 @@ std::string Lines(Dom const& list) {
     return text;
 }
 
-/// The text of a case: `text`, `bytes` in hexadecimal digits, or lists in each other, `nested` deep.
+/// The text of a case: `text`, `bytes` in hexadecimal digits, lists in each other, `nested` deep, or a section of
+/// `petals` that meet in one point.
 std::string CaseText(Dom const& test) {
     if (test.has("nested")) {
         auto const depth = static_cast<std::size_t>(test["nested"].asInt(0));
         return std::string(depth, '[') + std::string(depth, ']');
     }
     auto text = test["text"].asString({});
+    if (test.has("petals")) {
+        std::string points = "[0, 0]", loop;
+        for (int i = 0; i < static_cast<int>(test["petals"].asInt(0)); ++i) {
+            for (int const x : {2 * i, 2 * i + 1})
+                points += ", [" + std::to_string(200 - x) + ", " + std::to_string(x) + "]";
+            loop += (i > 0 ? ", 0, " : "0, ") + std::to_string(2 * i + 1) + ", " + std::to_string(2 * i + 2);
+        }
+        text = "{ \"Outlines\": [[" + points + "], [[[[" + loop + "], true]]]] }";
+    }
     auto const digits = test["bytes"].asString({});
     for (std::size_t i = 0; i + 1 < digits.size(); i += 2)
         text += static_cast<char>(std::stoi(digits.substr(i, 2), nullptr, 16));
@@ -70,6 +82,20 @@ TEST(CheckDocument, SaysWhatIsWrong) {
 
 TEST(CheckExtrusion, SaysWhatIsWrong) {
     TryCases("checks/extrusion.json", CheckExtrusion);
+}
+
+/// Of petals, which give many findings, those with the code that the case is called after.
+TEST(CheckText, SaysWhatIsWrong) {
+    auto const cases = FileDom("checks/text.json");
+    for (std::uint64_t i = 0; i < cases.size(); ++i) {
+        auto const name = cases[i]["case"].asString({});
+        auto findings = CheckText(CaseText(cases[i]), cases[i]["scale"].asDouble(1));
+        findings.erase(
+            std::remove_if(findings.begin(), findings.end(),
+                           [&](auto const& found) { return cases[i].has("petals") && found.m_code != name; }),
+            findings.end());
+        EXPECT_EQ(Text(findings), Lines(cases[i]["findings"])) << name;
+    }
 }
 
 char const* Words(Effect effect) {

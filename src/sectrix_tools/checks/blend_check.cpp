@@ -55,7 +55,8 @@ public:
         }
         if (!m_areCompatible && !HasErrors(m_findings)) {
             FindingList findings(-1);
-            findings.Add(Severity::Error, "sets-not-compatible", "the two sets are not compatible", {});
+            findings.Add(Severity::Error, "section-without-partner",
+                         "the second set has no section that one of the first can be blended into", {});
             Take(findings);
         }
         return std::move(m_findings);

@@ -42,13 +42,13 @@ private:
         for (std::size_t i = 0; i < m_first.Vertices().size(); ++i) {
             auto const &one = m_first.Vertices()[i], &other = m_second.Vertices()[i];
             if (one.Index() != other.Index())
-                Add("index-differs",
+                Add("vertex-differs",
                     m_what + " has the index " + std::to_string(one.Index()) + " here in the first set and " +
                         std::to_string(other.Index()) +
                         " in the second, and without names in both sets indices must be equal",
                     static_cast<int>(i));
             else if (one.Exterior() != other.Exterior())
-                Add("flag-differs",
+                Add("vertex-differs",
                     m_what +
                         " has another flag here in the second set, and without names in both sets flags must be "
                         "equal",

@@ -150,7 +150,7 @@ private:
                 AddContact(contact);
         if (!isComplete)
             m_findings.Add(
-                Severity::Error, "search-stopped",
+                Severity::Warning, "search-stopped",
                 "edges meet in too many places: the search for more, and for holes outside of the outline, "
                 "was stopped",
                 {});
