@@ -17,11 +17,24 @@ endif()
 set(SECTRIX_GENERATED ${PROJECT_BINARY_DIR}/generated)
 configure_file(cmake/version.h.in ${SECTRIX_GENERATED}/sectrix/version.h @ONLY)
 
-# sectrix_library(name source... HEADERS header...) makes a shared library of ours: hidden symbols, a version, the
-# namespaced alias. HEADERS are the public ones, which are installed; all others are private.
+# Shared, unless somebody says otherwise. In this folder alone: a host's own libraries are the host's.
+if(NOT DEFINED BUILD_SHARED_LIBS)
+    set(BUILD_SHARED_LIBS ON)
+endif()
+
+# sectrix_library(name source... HEADERS header... NEEDS target...) makes a library of ours: hidden symbols, a version,
+# the namespaced alias. HEADERS are the public ones, which are installed; all others are private. NEEDS are libraries of
+# the system that it calls and no header of it includes: a host has to find them only where it links ours statically.
 function(sectrix_library name)
-    cmake_parse_arguments(library "" "" HEADERS ${ARGN})
-    add_library(${name} SHARED ${library_UNPARSED_ARGUMENTS})
+    cmake_parse_arguments(library "" "" "HEADERS;NEEDS" ${ARGN})
+    add_library(${name} ${library_UNPARSED_ARGUMENTS})
+    if(BUILD_SHARED_LIBS)
+        list(TRANSFORM library_NEEDS REPLACE "(.+)" "$<BUILD_INTERFACE:\\1>")
+    else()
+        target_compile_definitions(${name} PUBLIC SECTRIX_STATIC)
+        set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE ON) # for a host's shared library
+    endif()
+    target_link_libraries(${name} PRIVATE ${library_NEEDS})
     target_sources(${name} PUBLIC FILE_SET HEADERS
         BASE_DIRS ${PROJECT_SOURCE_DIR}/src ${SECTRIX_GENERATED} FILES ${library_HEADERS})
     set_property(GLOBAL APPEND PROPERTY SECTRIX_LIBRARIES ${name})
@@ -36,7 +49,7 @@ function(sectrix_library name)
         INSTALL_RPATH $ORIGIN # our libraries find each other wherever an installed copy is moved
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR})
-    if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+    if(BUILD_SHARED_LIBS AND CMAKE_SYSTEM_NAME STREQUAL "Linux")
         # Keeps what the compiler instantiates from the standard library out of the export list.
         target_link_options(${name} PRIVATE
             LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)

@@ -12,6 +12,12 @@ write_basic_package_version_file(${generated}/ORL_SectrixConfigVersion.cmake COM
 install(FILES ${generated}/ORL_SectrixConfig.cmake ${generated}/ORL_SectrixConfigVersion.cmake
     DESTINATION ${package_dir} COMPONENT development)
 
+# What a static host links besides, and how it knows that our libraries are static.
+if(NOT BUILD_SHARED_LIBS)
+    set(SECTRIX_PC_DEFINITION " -DSECTRIX_STATIC")
+    set(SECTRIX_PC_NEEDS "-lsimdjson -lsqlite3 -lstdc++ -lm")
+endif()
+
 # install_libraries(name prefix LIBRARIES target... REQUIRES name...): libraries that a host takes together, as the
 # pkg-config file `name` and the targets file `name`Targets, in the components `prefix`runtime and `prefix`development.
 # A library that needs another one stands behind it; REQUIRES names other pkg-config files.
@@ -19,6 +25,7 @@ function(install_libraries name prefix)
     cmake_parse_arguments(SECTRIX_PC "" "DESCRIPTION" "LIBRARIES;REQUIRES" ${ARGN})
     install(TARGETS ${SECTRIX_PC_LIBRARIES} EXPORT ${name}Targets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${prefix}runtime NAMELINK_COMPONENT ${prefix}development
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${prefix}development
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT ${prefix}development)
     install(EXPORT ${name}Targets NAMESPACE ORL_Sectrix:: DESTINATION ${package_dir}
         COMPONENT ${prefix}development)

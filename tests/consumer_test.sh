@@ -64,14 +64,25 @@ diff "$work/readme/printed" <(block text) || fail "the README's host does not pr
 echo "== pkg-config"
 PKG_CONFIG_PATH=$(dirname "$(find "$copy" -name ORL_Sectrix.pc)")
 export PKG_CONFIG_PATH
-pkg_config_host() { # package, source file, what it prints
-    read -ra flags <<<"$(pkg-config --cflags --libs "$1")"
+pkg_config_host() { # package, source file, what it prints, options of pkg-config
+    read -ra flags <<<"$(pkg-config --cflags --libs "${@:4}" "$1")"
     "$CXX" -std=c++17 "${warnings[@]}" "$source/tests/consumer/$2" "${flags[@]}" -o "$work/$1_consumer"
     LD_LIBRARY_PATH=$(pkg-config --variable=libdir "$1") expect_output "pkg-config $1" "$3" "$work/$1_consumer"
     [ "$(pkg-config --modversion "$1")" = "$version" ] || fail "version in $1.pc"
 }
 pkg_config_host ORL_Sectrix main.cpp "$expected"
 pkg_config_host ORL_SectrixTools tools.cpp "$expected_of_tools"
+
+echo "== static libraries"
+cmake -S "$source" -B "$work/static-libraries" -G Ninja -DBUILD_SHARED_LIBS=OFF -DCMAKE_BUILD_TYPE=Debug \
+    -DORL_SECTRIX_TESTS=OFF -DORL_SECTRIX_EXAMPLES=OFF -DORL_SECTRIX_COMMAND=OFF >"$work/static-libraries.log"
+cmake --build "$work/static-libraries" -- -j2 >>"$work/static-libraries.log"
+cmake --install "$work/static-libraries" --prefix "$work/static-copy" >/dev/null
+[ -z "$(find "$work/static-copy" -name '*.so*')" ] || fail "a library is shared"
+build_host static -DSECTRIX_AS=package -DSECTRIX_COMPONENTS=Tools -DCMAKE_PREFIX_PATH="$work/static-copy"
+PKG_CONFIG_PATH=$(dirname "$(find "$work/static-copy" -name ORL_Sectrix.pc)")
+pkg_config_host ORL_Sectrix main.cpp "$expected" --static
+pkg_config_host ORL_SectrixTools tools.cpp "$expected_of_tools" --static
 
 echo "== headers, each by itself"
 find "$copy/include" -name '*.h' | while read -r header; do

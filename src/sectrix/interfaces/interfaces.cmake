@@ -8,8 +8,8 @@ sectrix_library(ORL_Json
     foundation/export.h
     interfaces/dom.h
     interfaces/dom_reader_json.h
-    interfaces/dom_writer_json.h)
-target_link_libraries(ORL_Json PRIVATE simdjson::simdjson)
+    interfaces/dom_writer_json.h
+    NEEDS simdjson::simdjson)
 
 find_package(SQLite3 REQUIRED)
 sectrix_library(GvsWrap
@@ -19,11 +19,12 @@ sectrix_library(GvsWrap
     interfaces/sqlite/statement.cpp
     HEADERS
     foundation/export.h
-    interfaces/gvs.h)
-target_link_libraries(GvsWrap PRIVATE SQLite::SQLite3)
+    interfaces/gvs.h
+    NEEDS SQLite::SQLite3)
 sectrix_library(MVQ
     interfaces/db_table.cpp
     HEADERS
     foundation/export.h
-    interfaces/db_table.h)
-target_link_libraries(MVQ PUBLIC GvsWrap PRIVATE SQLite::SQLite3)
+    interfaces/db_table.h
+    NEEDS SQLite::SQLite3)
+target_link_libraries(MVQ PUBLIC GvsWrap)
