@@ -4,9 +4,9 @@
 #include "verbs.h"
 
 #include "sectrix/sections/cross_sections.h"
-#include "sectrix_tools/checks/document_check.h"
+#include "sectrix_tools/checks/blend_check.h"
 #include "sectrix_tools/checks/extrusion_check.h"
-#include "sectrix_tools/checks/geometry_check.h"
+#include "sectrix_tools/checks/text_check.h"
 
 #include <CLI/CLI.hpp>
 
@@ -27,6 +27,8 @@ using SectrixTools::Findings;
 /// The arguments.
 struct CheckOptions {
     std::vector<std::string> m_files;
+    /// Two files, or none.
+    std::vector<std::string> m_blend;
     double m_scale = 1;
     std::string m_kind = "auto";
     std::string m_format = "text";
@@ -58,7 +60,7 @@ bool IsExtrusion(std::string const& text) {
 class Checker {
 public:
     explicit Checker(CheckOptions const& options)
-        : m_options(options), m_progress("checked", options.m_files.size()),
+        : m_options(options), m_progress("checked", options.m_files.size() + options.m_blend.size()),
           m_report({options.m_format == "json", options.m_hasContext || IsOutputTerminal(),
                     static_cast<std::size_t>(options.m_limit)}) {}
 
@@ -66,6 +68,8 @@ public:
     int Run() {
         for (std::string const& file : m_options.m_files)
             CheckFile(file);
+        if (!m_options.m_blend.empty())
+            CheckPair(m_options.m_blend[0], m_options.m_blend[1]);
         m_progress.Hide();
         m_report.End();
         return m_isUnreadable ? 2 : m_isBad ? 1 : 0;
@@ -88,14 +92,16 @@ private:
         return text;
     }
 
+    void CheckPair(std::string const& first, std::string const& second) {
+        auto const firstText = CheckFile(first);
+        auto const secondText = CheckFile(second);
+        if (firstText && secondText)
+            Report(first, {}, SectrixTools::CheckBlend(SetOf(*firstText), SetOf(*secondText)));
+    }
+
     Findings FindingsIn(std::string const& text) const {
         bool const isExtrusion = m_options.m_kind == "auto" ? IsExtrusion(text) : m_options.m_kind == "extrusion";
-        if (isExtrusion)
-            return SectrixTools::CheckExtrusion(text);
-        Findings findings = SectrixTools::CheckDocument(text);
-        Findings const geometry = SectrixTools::CheckGeometry(SetOf(text));
-        findings.insert(findings.end(), geometry.begin(), geometry.end());
-        return findings;
+        return isExtrusion ? SectrixTools::CheckExtrusion(text) : SectrixTools::CheckText(text, m_options.m_scale);
     }
 
     Sectrix::CrossSections SetOf(std::string const& text) const {
@@ -121,13 +127,15 @@ private:
 };
 
 void RequireSense(CheckOptions const& options) {
-    if (options.m_files.empty())
+    if (options.m_files.empty() && options.m_blend.empty())
         throw CLI::ValidationError("FILE", "there is nothing to check");
     if (!(options.m_scale > 0) || !std::isfinite(options.m_scale))
         throw CLI::ValidationError("--scale", "the factor must be a positive number");
     if (options.m_limit < 0)
         throw CLI::ValidationError("--limit", "the number must not be negative");
-    if (std::count(options.m_files.begin(), options.m_files.end(), "-") > 1)
+    if (std::count(options.m_files.begin(), options.m_files.end(), "-") +
+            std::count(options.m_blend.begin(), options.m_blend.end(), "-") >
+        1)
         throw CLI::ValidationError("-", "standard input can be read once");
 }
 
@@ -138,6 +146,12 @@ void AddCheck(CLI::App& program, int& status) {
     CLI::App* const verb = program.add_subcommand("check", "Say what is wrong with documents, and where");
     verb->group("Verbs");
     verb->add_option("FILE", options->m_files, "Documents; - is standard input")->type_name("");
+    verb->add_option("--blend", options->m_blend,
+                     "Check two documents, and whether the sections\nof one can be blended with those of the other")
+        ->type_name("FIRST SECOND")
+        ->type_size(2)
+        ->expected(1)
+        ->allow_extra_args(false);
     verb->add_option(
             "--scale", options->m_scale,
             "Multiply coordinates by it, such as 0.001 for\nmillimetres read as metres; tolerances are those\n"

@@ -8,7 +8,8 @@ version=$5
 fail() { echo "FAILED: $1"; exit 1; }
 expected="no such table: main.MESHES
 $version: 2 convex loops"
-expected_of_tools="error 1"
+expected_of_tools="1:66 index-out-of-range
+1:57 edges-cross"
 warnings=(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
 rm -rf "$work" && mkdir -p "$work"
 
@@ -25,7 +26,8 @@ build_host() { # way, CMake options
     ! grep -q Warning "$work/$1.log" || fail "$1: CMake warns"
     cmake --build "$work/$1" -- -j2 >>"$work/$1.log" || { cat "$work/$1.log"; fail "$1: does not build"; }
     [ "$1" = host-interfaces ] || expect_output "$1" "$expected" "$work/$1/consumer"
-    [ "$1" = package ] || expect_output "$1" "$expected_of_tools" "$work/$1/consumer_of_tools"
+    # With the host's interfaces the tools are only built: they ask a document tree more than the library promises.
+    [[ $1 =~ ^(package|host-interfaces)$ ]] || expect_output "$1" "$expected_of_tools" "$work/$1/consumer_of_tools"
 }
 
 # An installed copy works wherever it is moved to.
