@@ -3,7 +3,7 @@
 
 command_test.py PROGRAM SOURCE PAGE... runs the blocks of each page that begin with ```console. A line "$ COMMAND" is run;
 the lines up to the next one are all that it must print, on either stream. The commands of a page are run by one shell,
-which finds PROGRAM first, in a folder that has the documents of tests/data/command and the sample data as examples/data.
+which finds PROGRAM first, in a folder that has the documents of tests/data/command, and command/ and examples/ of SOURCE.
 """
 import difflib
 import os
@@ -27,7 +27,8 @@ def run(commands, program, source):
     with tempfile.TemporaryDirectory() as folder:
         work = pathlib.Path(folder) / "work"
         shutil.copytree(source / "tests/data/command", work)
-        (work / "examples").symlink_to(source / "examples")
+        for name in "command", "examples":
+            (work / name).symlink_to(source / name)
         path = f"{program.parent}:{os.environ['PATH']}"
         done = subprocess.run(["bash", "-c", script], cwd=work, env={"PATH": path}, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=300, check=False)
