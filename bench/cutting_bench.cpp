@@ -1,9 +1,9 @@
+#include "geos_polygon.h"
 #include "seconds.h"
 #include "support/shape_set.h"
 
 #include <benchmark/benchmark.h>
 #include <cmath>
-#include <geos_c.h>
 #include <limits>
 #include <string>
 #include <thread>
@@ -21,48 +21,20 @@ void Build(CrossSections& set) {
     benchmark::DoNotOptimize(set.Items()[0].ConvexLoops().data());
 }
 
-/// A polygon of the peer.
-class Peer {
-public:
-    explicit Peer(Shape const& shape) {
-        initGEOS(nullptr, nullptr);
-        std::vector<GEOSGeometry*> holes;
-        for (std::size_t i = 1; i < shape.loops.size(); ++i)
-            holes.push_back(Ring(shape, shape.loops[i]));
-        m_polygon =
-            GEOSGeom_createPolygon(Ring(shape, shape.loops[0]), holes.data(), static_cast<unsigned>(holes.size()));
-    }
-    Peer(Peer const&) = delete;
-    Peer& operator=(Peer const&) = delete;
-    ~Peer() { GEOSGeom_destroy(m_polygon); }
-
-    /// The seconds that it takes; without end where the peer gives no answer.
-    template <class Clock>
-    double Triangulate(Clock const& clock) const {
-        GEOSGeometry* triangles = nullptr;
-        double const seconds = clock([&] { triangles = GEOSConstrainedDelaunayTriangulation(m_polygon); });
-        GEOSGeom_destroy(triangles);
-        return triangles ? seconds : std::numeric_limits<double>::max();
-    }
-
-private:
-    static GEOSGeometry* Ring(Shape const& shape, std::vector<int> const& loop) {
-        auto* points = GEOSCoordSeq_create(static_cast<unsigned>(loop.size()) + 1, 2);
-        for (std::size_t i = 0; i <= loop.size(); ++i) {
-            auto const& point = shape.points[static_cast<std::size_t>(loop[i % loop.size()])];
-            GEOSCoordSeq_setXY(points, static_cast<unsigned>(i), point.x, point.y);
-        }
-        return GEOSGeom_createLinearRing(points);
-    }
-
-    GEOSGeometry* m_polygon;
-};
+/// The seconds that the peer takes; without end where it gives no answer.
+template <class Clock>
+double Triangulate(GeosPolygon const& polygon, Clock const& clock) {
+    GEOSGeometry* triangles = nullptr;
+    double const seconds = clock([&] { triangles = GEOSConstrainedDelaunayTriangulation(polygon.Get()); });
+    GEOSGeom_destroy(triangles);
+    return triangles ? seconds : std::numeric_limits<double>::max();
+}
 
 /// Library and peer in turn; `ratio` is that of their best times, in seconds of the processor for all but the
 /// shortest, 0 where the peer gives no answer.
 void BesideThePeer(benchmark::State& state, Shape const& shape) {
     auto set = MakeSet(shape);
-    Peer const peer(shape);
+    GeosPolygon const peer(shape);
     auto const clock = [isLong = shape.points.size() > 100](auto const& work) {
         return isLong ? ProcessorSeconds(work) : WallSeconds(work);
     };
@@ -72,7 +44,7 @@ void BesideThePeer(benchmark::State& state, Shape const& shape) {
         double const seconds = clock([&set] { Build(set); });
         state.SetIterationTime(seconds);
         best = std::min(best, seconds);
-        peerBest = std::min(peerBest, peer.Triangulate(clock));
+        peerBest = std::min(peerBest, Triangulate(peer, clock));
     }
     state.counters["vertices"] = static_cast<double>(shape.points.size());
     state.counters["loops"] = static_cast<double>(set.Items()[0].ConvexLoops().size());
