@@ -56,8 +56,8 @@ struct Target {
 std::string RunSectionDocument(std::string const& bytes);
 /// The bytes are the text of a document, read as an extrusion, as an end plane and as a position.
 std::string RunExtrusion(std::string const& bytes);
-/// The bytes are the text of a document; what the checks say of it is held against what is read. Only with the tools
-/// library.
+/// The bytes are the text of a document; what the checks say of it is held against what is read. Only where the
+/// tools are built.
 std::string RunChecks(std::string const& bytes);
 /// A section with any loops, cut, beside the plain twin.
 std::string RunCutting(std::string const& bytes);
