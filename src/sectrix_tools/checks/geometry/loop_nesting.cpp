@@ -18,6 +18,7 @@ class Nester {
 public:
     Nester(Boundary const& boundary, LoopPairs const& crossing)
         : m_boundary(boundary), m_crossing(crossing), m_edges(boundary.LoopCount()) {
+        m_boxes.reserve(boundary.LoopCount());
         for (std::size_t loop = 0; loop < boundary.LoopCount(); ++loop)
             m_boxes.push_back(boundary.LoopBox(loop));
     }
@@ -26,6 +27,7 @@ public:
         Nesting nesting;
         auto const holes = HolesByPlace();
         std::vector<Box> boxes;
+        boxes.reserve(holes.size());
         for (auto const hole : holes)
             boxes.push_back(m_boxes[hole]);
         BoxTree const tree(std::move(boxes));
