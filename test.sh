@@ -12,9 +12,9 @@ git ls-files -z -co --exclude-standard -- '*.h' '*.cpp' | xargs -0 clang-format 
 
 for preset in release check; do
     echo "== $preset"
-    options=()
-    [ $preset = check ] || options=(-DCMAKE_CXX_COMPILER=g++ -DORL_SECTRIX_STRICT=ON)
-    cmake --preset $preset ${options[@]+"${options[@]}"} >/dev/null
+    options=(-DORL_SECTRIX_PYTHON=ON -DPython_EXECUTABLE=/usr/bin/python3)
+    [ $preset = check ] || options+=(-DCMAKE_CXX_COMPILER=g++ -DORL_SECTRIX_STRICT=ON)
+    cmake --preset $preset "${options[@]}" >/dev/null
     cmake --build --preset $preset
     ctest --preset $preset -j "$(nproc)"
 done

@@ -5,12 +5,14 @@ from __future__ import annotations
 import operator
 import os
 from collections.abc import Iterator, Mapping, Sequence
-from typing import IO, TYPE_CHECKING, Any, Union, overload
+from dataclasses import dataclass
+from typing import TYPE_CHECKING, Any, overload
 
 import numpy as np
 import numpy.typing as npt
 
 from . import _core
+from ._findings import DocumentError, Finding, FindingsError, Source, findings_in, text_of
 
 if TYPE_CHECKING:
     from matplotlib.axes import Axes
@@ -18,16 +20,63 @@ if TYPE_CHECKING:
 Points = npt.NDArray[np.float64]
 Indices = npt.NDArray[np.int64]
 Flags = npt.NDArray[np.bool_]
-#: A path, an open file, or the text of a document, which begins with a brace or a bracket.
-Source = Union[str, bytes, "os.PathLike[str]", IO[str], IO[bytes]]
 
 
-class DocumentError(ValueError):
-    """A text that is no document."""
-
-
-class IncompatibleSections(ValueError):
+class IncompatibleSections(FindingsError):
     """Two sets between which there is none."""
+
+
+@dataclass(frozen=True)
+class SectionProperties:
+    """Area, moments and what follows from them, of one section of one material, uncracked.
+
+    In the unit of the positions, its square, and so on. A number that a section does not have is not a number.
+    """
+
+    #: Holes taken off.
+    area: float
+    #: The length of the outline.
+    outer_perimeter: float
+    #: The length of all holes together.
+    inner_perimeter: float
+    #: About the x axis of the coordinates: the integral of y.
+    first_moment_x: float
+    #: About the y axis of the coordinates: the integral of x.
+    first_moment_y: float
+    #: In the coordinates of the positions.
+    centroid: tuple[float, float]
+    #: About the horizontal axis through the centroid: the integral of y squared.
+    ix: float
+    #: About the vertical axis through the centroid: the integral of x squared.
+    iy: float
+    #: About these axes: the integral of x times y.
+    ixy: float
+    #: The greatest second moment about an axis through the centroid.
+    i1: float
+    #: The least one.
+    i2: float
+    #: The direction of the axis of the greatest, in radians counter-clockwise from x.
+    angle: float
+    #: From the centroid up to the highest point.
+    top: float
+    #: From the centroid down to the lowest point.
+    bottom: float
+    #: From the centroid to the point furthest left.
+    left: float
+    #: From the centroid to the point furthest right.
+    right: float
+    #: `ix` over `top`.
+    section_modulus_top: float
+    #: `ix` over `bottom`.
+    section_modulus_bottom: float
+    #: `iy` over `left`.
+    section_modulus_left: float
+    #: `iy` over `right`.
+    section_modulus_right: float
+    #: The radius of gyration about the horizontal axis.
+    radius_x: float
+    #: The radius of gyration about the vertical axis.
+    radius_y: float
 
 
 class Section:
@@ -93,6 +142,11 @@ class Section:
         """The feet of bridges to holes that are new points, n by 2. None before the section has been cut."""
         return self._set.positions()[self._set.added_vertices(self._place)]
 
+    @property
+    def properties(self) -> SectionProperties:
+        """Area, centroid, moments and so on, from outline and holes. Nothing is cut."""
+        return SectionProperties(**self._set.properties(self._place))
+
     def plot(self, axes: Axes | None = None, *, convex_loops: bool = True, **line: Any) -> Axes:
         """Draws the section with matplotlib and returns the axes.
 
@@ -112,6 +166,16 @@ class Section:
 
     def _repr_svg_(self) -> str:
         return to_svg(self)
+
+    def __eq__(self, other: object) -> bool:
+        """True for the same section of the same set."""
+        return isinstance(other, Section) and self._set is other._set and self._place == other._place
+
+    def __hash__(self) -> int:
+        return hash((id(self._set), self._place))
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return _restore_section, (Sections(self._set), self._place)
 
     def __repr__(self) -> str:
         loops = self._boundary()
@@ -207,22 +271,20 @@ class Sections(Sequence[Section]):
         return _restore, (_document(self),)
 
 
-def read(source: Source, scale: float = 1.0) -> Sections:
+def read(source: Source, scale: float = 1.0, *, strict: bool = False) -> Sections:
     """The sections of a document, with all coordinates multiplied by `scale`.
 
     `source` is a path, an open file, or the text itself. What the document has that cannot be used is passed over, as
-    `check` tells. Raises `DocumentError` for what is no JSON, and `OSError` where the file cannot be read.
+    `check` tells; where that finds an error, strict reading raises `DocumentError`. Raises that too for what is no JSON,
+    and `OSError` where the file cannot be read.
     """
-    text, name = _text_of(source)
-    core = _core.SectionSet.from_text(text, scale)
-    if core is None:
-        raise DocumentError(f"{name or 'the text'} is no JSON")
-    return Sections(core)
+    text, file = text_of(source)
+    return _read(text, file, scale, strict)
 
 
-def loads(text: str | bytes, scale: float = 1.0) -> Sections:
+def loads(text: str | bytes, scale: float = 1.0, *, strict: bool = False) -> Sections:
     """The sections of a document that is given as text."""
-    return read(text if isinstance(text, bytes) else text.encode(), scale)
+    return _read(text if isinstance(text, bytes) else text.encode(), "", scale, strict)
 
 
 def dumps(sections: Sections) -> str:
@@ -244,7 +306,7 @@ def blend(first: Sections, second: Sections, ratio: float) -> Sections:
     """
     core = first._core.blend(second._core, ratio)
     if core is None:
-        raise IncompatibleSections("the sets are not built alike")
+        raise IncompatibleSections([Finding("error", "sets-not-alike", "the two sets are not built alike")])
     return Sections(core)
 
 
@@ -273,18 +335,18 @@ def _document(sections: Sections) -> bytes:
     return sections._core.text()
 
 
+def _read(text: bytes, file: str, scale: float, strict: bool) -> Sections:
+    core = _core.SectionSet.from_text(text, scale)
+    if strict or core is None:
+        errors = [finding for finding in findings_in(text, file, scale) if finding.severity == "error"]
+        if errors or core is None:
+            raise DocumentError(errors)
+    return Sections(core)
+
+
 def _restore(document: bytes) -> Sections:
-    return read(document)
+    return loads(document)
 
 
-def _text_of(source: Source) -> tuple[bytes, str | None]:
-    """The text that a source stands for, and the name of its file."""
-    if isinstance(source, (str, bytes)):
-        text = source.encode() if isinstance(source, str) else source
-        if text.lstrip(b"\xef\xbb\xbf \t\r\n")[:1] in (b"{", b"["):
-            return text, None
-    if isinstance(source, (str, bytes, os.PathLike)):
-        with open(source, "rb") as file:
-            return file.read(), os.fsdecode(source)
-    content = source.read()
-    return content.encode() if isinstance(content, str) else content, getattr(source, "name", None)
+def _restore_section(sections: Sections, place: int) -> Section:
+    return sections[place]

@@ -3,6 +3,8 @@
 #include "sectrix/foundation/json_tag.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 
+#include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace sectrix_python {
@@ -17,6 +19,16 @@ std::unique_ptr<SectionSet> SectionSet::FromText(std::string const& text, double
     CrossSections set(scale);
     set.From(document);
     return std::make_unique<SectionSet>(std::move(set));
+}
+
+std::vector<std::unique_lock<std::mutex>> SectionSet::LockAll(std::vector<SectionSet*> sets) {
+    // One order for all threads, so that none waits for another in a circle.
+    std::sort(sets.begin(), sets.end(), std::less<>());
+    sets.erase(std::unique(sets.begin(), sets.end()), sets.end());
+    std::vector<std::unique_lock<std::mutex>> locks;
+    for (auto* set : sets)
+        locks.emplace_back(set->m_mutex);
+    return locks;
 }
 
 Dom SectionSet::Document() {

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
+#include <vector>
 
 /// \file
 /// A set of sections as Python holds it.
@@ -41,6 +41,12 @@ public:
         std::scoped_lock const locks(first.m_mutex, second.m_mutex);
         return use(first.m_set, second.m_set);
     }
+
+    /// Takes the locks of all these sets, each of which may stand there several times, for as long as the result
+    /// lives.
+    static std::vector<std::unique_lock<std::mutex>> LockAll(std::vector<SectionSet*> sets);
+    /// The set itself, for one who holds its lock.
+    qel::Sectrix::CrossSections const& Locked() const { return m_set; }
 
     /// The set as a document that reads as the same set, without what is derived from it: feet of bridges are not
     /// positions of it. Parameters stand in it as an object, the form that is read.
