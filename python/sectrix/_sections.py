@@ -23,7 +23,7 @@ Flags = npt.NDArray[np.bool_]
 
 
 class IncompatibleSections(FindingsError):
-    """Two sets between which there is none."""
+    """Two sets between which there is none. Places in a finding are those in the first."""
 
 
 @dataclass(frozen=True)
@@ -306,7 +306,7 @@ def blend(first: Sections, second: Sections, ratio: float) -> Sections:
     """
     core = first._core.blend(second._core, ratio)
     if core is None:
-        raise IncompatibleSections([Finding("error", "sets-not-alike", "the two sets are not built alike")])
+        raise IncompatibleSections(Finding(*fields) for fields in first._core.blend_findings(second._core))
     return Sections(core)
 
 

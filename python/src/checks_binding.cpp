@@ -1,12 +1,8 @@
 #include "bindings.h"
 
-#include "sectrix/foundation/value_types.h"
-#include "sectrix/sections/cross_sections.h"
-#include "sectrix_tools/checks/document_check.h"
 #include "sectrix_tools/checks/extrusion_check.h"
-#include "sectrix_tools/checks/geometry_check.h"
+#include "sectrix_tools/checks/text_check.h"
 
-#include <sstream>
 #include <string>
 
 namespace sectrix_python {
@@ -38,17 +34,6 @@ py::tuple FindingTuple(Finding const& finding) {
                           Place(finding.m_loop), Place(finding.m_vertex), point);
 }
 
-/// What is wrong with the text, and then with the geometry of what is read of it.
-Findings SectionFindings(std::string const& text, double scale) {
-    auto findings = CheckDocument(text);
-    Sectrix::CrossSections set(scale);
-    std::istringstream stream(text);
-    set.From(stream);
-    auto const geometry = CheckGeometry(set);
-    findings.insert(findings.end(), geometry.begin(), geometry.end());
-    return findings;
-}
-
 /// The findings of `check`, which runs without the interpreter's lock.
 template <class Check>
 py::list FindingsIn(py::bytes const& text, Check const& check) {
@@ -72,7 +57,7 @@ py::list FindingTuples(Findings const& findings) {
 
 void BindChecks(py::module_& module) {
     module.def("check_sections", [](py::bytes const& text, double scale) {
-        return FindingsIn(text, [scale](std::string const& copy) { return SectionFindings(copy, scale); });
+        return FindingsIn(text, [scale](std::string const& copy) { return CheckText(copy, scale); });
     });
     module.def("check_extrusion", [](py::bytes const& text) {
         return FindingsIn(text, [](std::string const& copy) { return CheckExtrusion(copy); });

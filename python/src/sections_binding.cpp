@@ -2,6 +2,7 @@
 #include "section_set.h"
 
 #include "sectrix/interfaces/dom_writer_json.h"
+#include "sectrix_tools/checks/blend_check.h"
 #include "sectrix_tools/drawings/section_drawing.h"
 #include "sectrix_tools/measures/section_properties.h"
 
@@ -141,6 +142,16 @@ std::shared_ptr<SectionSet> Blend(SectionSet& first, SectionSet& second, double 
         });
 }
 
+/// Why there is none.
+py::list BlendFindings(SectionSet& first, SectionSet& second) {
+    Findings findings;
+    {
+        py::gil_scoped_release const unlocked;
+        findings = SectionSet::WithBoth(first, second, &CheckBlend);
+    }
+    return FindingTuples(findings);
+}
+
 std::string ToSvg(SectionSet& set, std::size_t place, SectionDrawingOptions const& options) {
     return Ask(
         set, [&](CrossSections const& sections) { return DrawSection(sections.Items().at(place), options).m_svg; });
@@ -202,6 +213,7 @@ void BindSections(py::module_& module) {
         .def("properties", &Properties)
         .def("cut", &Cut)
         .def("blend", &Blend, Unlocked())
+        .def("blend_findings", &BlendFindings)
         .def("normalize_vertical", &SectionSet::NormalizeVertical, Unlocked())
         .def("transform",
              [](SectionSet& set, std::array<double, 9> const& elements) {
