@@ -57,6 +57,15 @@ if(ORL_SECTRIX_COMMAND)
         RENAME sectrix COMPONENT command)
 endif()
 
+if(ORL_SECTRIX_PYTHON)
+    set(ORL_SECTRIX_PYTHON_DIR lib/python3/dist-packages CACHE STRING "Where Python packages are installed")
+    file(RELATIVE_PATH to_libraries /${ORL_SECTRIX_PYTHON_DIR}/sectrix /${CMAKE_INSTALL_LIBDIR})
+    set_property(TARGET sectrix_core PROPERTY INSTALL_RPATH $ORIGIN/${to_libraries})
+    install(TARGETS sectrix_core LIBRARY DESTINATION ${ORL_SECTRIX_PYTHON_DIR}/sectrix COMPONENT python)
+    install(DIRECTORY python/sectrix DESTINATION ${ORL_SECTRIX_PYTHON_DIR} COMPONENT python
+        FILES_MATCHING PATTERN *.py PATTERN *.pyi PATTERN py.typed PATTERN __pycache__ EXCLUDE)
+endif()
+
 # Not CMAKE_INSTALL_DOCDIR: as a part of a host's build that may be the host's.
 set(doc_dir ${CMAKE_INSTALL_DATAROOTDIR}/doc/ORL_Sectrix)
 install(FILES README.md CHANGELOG.md DESTINATION ${doc_dir} COMPONENT development)

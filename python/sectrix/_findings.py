@@ -57,8 +57,8 @@ class FindingsError(ValueError):
     """An error with its reasons. As text it is a line for each of the first ten."""
 
     def __init__(self, findings: Iterable[Finding]) -> None:
-        #: Why, at least one.
-        self.findings = list(findings)
+        #: Why, errors before warnings.
+        self.findings = sorted(findings, key=lambda finding: finding.severity != "error")
         super().__init__(self.findings)
 
     def __str__(self) -> str:
