@@ -1,6 +1,7 @@
 #include "seconds.h"
 #include "sectrix/interfaces/dom_reader_json.h"
 #include "sectrix/sections/cross_sections.h"
+#include "sectrix_tools/checks/document_check.h"
 
 #include <algorithm>
 #include <benchmark/benchmark.h>
@@ -10,7 +11,8 @@
 #include <string>
 
 /// \file
-/// The reading of a large section document, against the bare parse of its text by simdjson.
+/// The reading of a large section document, against the bare parse of its text by simdjson, and its check, against
+/// reading it.
 
 using namespace qel;
 using namespace qel::Sectrix;
@@ -90,5 +92,33 @@ void ReadDocument(benchmark::State& state) {
     state.counters["ratio"] = best / peerBest;
 }
 BENCHMARK(ReadDocument)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
+
+/// The document has no fault, or, with the argument 1, sections without an outline, two findings each. `ratio` is
+/// that of the best times of checking and of reading.
+void CheckText(benchmark::State& state) {
+    auto text = MakeDocument();
+    if (state.range(0) != 0)
+        for (auto place = text.find("true"); place != std::string::npos; place = text.find("true", place))
+            text.replace(place, 4, "null");
+    std::istringstream stream(text);
+    double best = std::numeric_limits<double>::max(), readBest = best;
+    std::size_t count = 0;
+    for (auto _ : state) {
+        double const seconds = ProcessorSeconds([&] { count = SectrixTools::CheckDocument(text).size(); });
+        state.SetIterationTime(seconds);
+        best = std::min(best, seconds);
+        readBest = std::min(readBest, ProcessorSeconds([&] {
+                                stream.clear();
+                                CrossSections set;
+                                set.From(stream);
+                                benchmark::DoNotOptimize(set.Items().data());
+                            }));
+    }
+    state.counters["megabytes"] = static_cast<double>(text.size()) / 1e6;
+    state.counters["findings"] = static_cast<double>(count);
+    state.counters["best_ms"] = best * 1e3;
+    state.counters["ratio"] = best / readBest;
+}
+BENCHMARK(CheckText)->Arg(0)->Arg(1)->UseManualTime()->Iterations(20)->Unit(benchmark::kMillisecond);
 
 } // namespace
