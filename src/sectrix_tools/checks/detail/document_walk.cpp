@@ -74,33 +74,38 @@ void DocumentWalk::Parse(std::string_view whole) {
     PassSpace();
 }
 
+// The text is JSON, so brackets tell where a value ends once strings are passed over, and it ends in a zero byte.
+
 void DocumentWalk::PassSpace() {
-    m_at = std::min(m_text.find_first_not_of(" \t\r\n", m_at), m_text.size());
+    while (m_text[m_at] == ' ' || m_text[m_at] == '\n' || m_text[m_at] == '\r' || m_text[m_at] == '\t')
+        ++m_at;
 }
 
 void DocumentWalk::PassString() {
-    do
-        m_at = m_text.find_first_of("\"\\", m_at + 1);
-    while (m_text[m_at] == '\\' && ++m_at);
+    for (++m_at; m_text[m_at] != '"'; ++m_at)
+        m_at += m_text[m_at] == '\\';
     ++m_at;
 }
 
-/// The text is JSON, so brackets tell where a value ends once strings are passed over.
+std::size_t DocumentWalk::EndOfWord() const {
+    auto end = m_at;
+    while (m_text[end] > ' ' && m_text[end] != ',' && m_text[end] != ']' && m_text[end] != '}')
+        ++end;
+    return end;
+}
+
 void DocumentWalk::PassValue() {
     std::size_t depth = 0;
     do {
         auto const letter = m_text[m_at];
         if (letter == '"') {
             PassString();
-        } else if (letter == '[' || letter == '{') {
-            ++depth;
+        } else if (depth == 0 && letter != '[' && letter != '{') {
+            m_at = EndOfWord();
+        } else { // a bracket, or what parts and makes up the values between brackets
+            depth += letter == '[' || letter == '{';
+            depth -= letter == ']' || letter == '}';
             ++m_at;
-        } else if (letter == ']' || letter == '}') {
-            --depth;
-            ++m_at;
-        } else { // a number, true, false or null, or between brackets what parts them
-            m_at = depth > 0 ? m_text.find_first_of("\"[]{}", m_at)
-                             : std::min(m_text.find_first_of(",]} \t\r\n", m_at), m_text.size());
         }
     } while (depth > 0);
 }
@@ -139,7 +144,7 @@ std::string DocumentWalk::Words(Dom const& node) const {
         return node.size() == 0 ? "an empty list" : "a list";
     if (node.isObject())
         return node.objects().empty() ? "an empty object" : "an object";
-    auto end = std::min(m_text.find_first_of(",]} \t\r\n", m_at), m_text.size());
+    auto end = EndOfWord();
     if (IsString()) {
         for (end = m_at + 1; m_text[end] != '"'; ++end)
             end += m_text[end] == '\\';

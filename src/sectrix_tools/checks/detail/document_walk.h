@@ -150,6 +150,8 @@ private:
     void PassSpace();
     void PassString();
     void PassValue();
+    /// The end of the number, true, false or null that the walk stands on.
+    std::size_t EndOfWord() const;
     void ReportUnknownKey(std::vector<char const*> const& known);
 
     std::string m_text;
