@@ -1,3 +1,4 @@
+#include "document_kind.h"
 #include "progress.h"
 #include "report.h"
 #include "streams.h"
@@ -36,25 +37,6 @@ struct CheckOptions {
     bool m_isStrict = false;
     std::int64_t m_limit = 100;
 };
-
-/// True where a key stands in the text, with its colon behind it.
-bool HasKey(std::string const& text, std::string const& key) {
-    std::string const quoted = '"' + key + '"';
-    for (auto found = text.find(quoted); found != std::string::npos; found = text.find(quoted, found + 1)) {
-        auto const next = text.find_first_not_of(" \t\r\n", found + quoted.size());
-        if (next != std::string::npos && text[next] == ':')
-            return true;
-    }
-    return false;
-}
-
-/// True for a document of 3D polylines or of an end plane, which has keys of its own and not that of section
-/// documents. The text is searched, not parsed, so that a document that is broken is recognised as well.
-bool IsExtrusion(std::string const& text) {
-    auto const has = [&](char const* key) { return HasKey(text, key); };
-    return !has("Outlines") && !has("outlines") &&
-           (has("Sections") || has("Profiles") || has("Points") || has("Origin") || has("Normal"));
-}
 
 /// Checks one file after another.
 class Checker {

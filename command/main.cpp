@@ -41,7 +41,8 @@ std::vector<std::string> Words(int argc, char** argv) {
 
 /// Does what the arguments ask for; the exit status.
 int Run(std::vector<std::string> words) {
-    CLI::App program("Checks documents of the sections of bridges and tunnels.", "sectrix");
+    CLI::App program(
+        "Checks, measures, draws and blends sections of bridges and tunnels, and makes solids of them.", "sectrix");
     program.set_version_flag("--version", std::string("sectrix ") + qel::Sectrix::kVersion,
                              "Print the version and exit");
     program.set_help_flag("-h,--help", "Print this help and exit");
@@ -50,7 +51,7 @@ int Run(std::vector<std::string> words) {
     program.footer("sectrix VERB --help tells the options of a verb.");
 
     int status = 0;
-    for (AddVerb* add : {AddCheck})
+    for (AddVerb* add : {AddCheck, AddCut, AddProperties, AddDraw, AddBlend, AddSolid, AddMesh, AddRecords})
         add(program, status);
     try {
         if (words.empty())

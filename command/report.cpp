@@ -15,15 +15,6 @@ using SectrixTools::Finding;
 using SectrixTools::Findings;
 using SectrixTools::Severity;
 
-/// FILE:LINE:COLUMN: SEVERITY: MESSAGE [CODE], without what the finding does not have.
-std::string Line(std::string const& file, Finding const& finding) {
-    std::string line = Printable(file) + ':';
-    if (finding.m_line > 0)
-        line += std::to_string(finding.m_line) + ':' + std::to_string(finding.m_column) + ':';
-    return line + ' ' + SeverityName(finding.m_severity) + ": " + Printable(finding.m_message) + " [" +
-           finding.m_code + "]\n";
-}
-
 /// A place that counts from 0; null for -1, where none is meant.
 Dom PlaceNode(int place) {
     return place < 0 ? Dom() : Dom(place);
@@ -58,6 +49,14 @@ std::string Remainder(std::string const& file, Findings::const_iterator from, Fi
 
 } // namespace
 
+std::string FindingLine(std::string const& file, Finding const& finding) {
+    std::string line = Printable(file) + ':';
+    if (finding.m_line > 0)
+        line += std::to_string(finding.m_line) + ':' + std::to_string(finding.m_column) + ':';
+    return line + ' ' + SeverityName(finding.m_severity) + ": " + Printable(finding.m_message) + " [" +
+           finding.m_code + ']';
+}
+
 void Report::Add(std::string const& file, std::string_view text, Findings const& findings) {
     auto const count = m_style.m_limit == 0 ? findings.size() : std::min(m_style.m_limit, findings.size());
     auto const end = findings.begin() + static_cast<std::ptrdiff_t>(count);
@@ -68,7 +67,7 @@ void Report::Add(std::string const& file, std::string_view text, Findings const&
             FillNode(m_array.append(), file, *finding);
             continue;
         }
-        lines += Line(file, *finding);
+        lines += FindingLine(file, *finding) + '\n';
         if (m_style.m_hasContext && finding->m_line > 0)
             lines += Excerpt(textLines.At(finding->m_line), finding->m_line, finding->m_column);
     }

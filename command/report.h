@@ -12,6 +12,9 @@
 
 namespace qel::SectrixCommand {
 
+/// FILE:LINE:COLUMN: SEVERITY: MESSAGE [CODE], without what the finding does not have, and without a line break.
+std::string FindingLine(std::string const& file, SectrixTools::Finding const& finding);
+
 /// The findings of one file after another, as lines for people and editors or as one JSON array for programs.
 class Report {
 public:

@@ -15,5 +15,12 @@ namespace qel::SectrixCommand {
 using AddVerb = void(CLI::App& program, int& status);
 
 AddVerb AddCheck;
+AddVerb AddCut;
+AddVerb AddProperties;
+AddVerb AddDraw;
+AddVerb AddBlend;
+AddVerb AddSolid;
+AddVerb AddMesh;
+AddVerb AddRecords;
 
 } // namespace qel::SectrixCommand

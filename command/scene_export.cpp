@@ -1,0 +1,104 @@
+#include "scene_export.h"
+
+#include <assimp/Exporter.hpp>
+#include <assimp/material.h>
+#include <assimp/mesh.h>
+#include <assimp/scene.h>
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <stdexcept>
+
+namespace qel::SectrixCommand {
+namespace {
+
+/// The formats that are meant where an ending has several.
+constexpr char const* kPreferred[] = {"glb2", "gltf2", "stlb", "plyb", "fbx"};
+
+bool IsPreferred(char const* id) {
+    return std::find(std::begin(kPreferred), std::end(kPreferred), std::string(id)) != std::end(kPreferred);
+}
+
+/// The format of an ending; null where there is none.
+aiExportFormatDesc const* FindFormat(Assimp::Exporter const& exporter, std::string const& ending) {
+    aiExportFormatDesc const* found = nullptr;
+    for (std::size_t i = 0; i < exporter.GetExportFormatCount(); ++i) {
+        aiExportFormatDesc const* const format = exporter.GetExportFormatDescription(i);
+        if (ending == format->fileExtension && (!found || IsPreferred(format->id)))
+            found = format;
+    }
+    return found;
+}
+
+aiVector3D Vertex(Vec<3, double> const& point) {
+    return {static_cast<ai_real>(point[0]), static_cast<ai_real>(point[1]), static_cast<ai_real>(point[2])};
+}
+
+/// The scene takes over what it points at.
+std::unique_ptr<aiMesh> MeshOf(NamedMesh const& source) {
+    auto const& [points, triangles] = source.m_mesh;
+    auto mesh = std::make_unique<aiMesh>();
+    mesh->mName = source.m_name;
+    mesh->mPrimitiveTypes = aiPrimitiveType_TRIANGLE;
+    mesh->mVertices = new aiVector3D[points.size()];
+    mesh->mNumVertices = static_cast<unsigned>(points.size());
+    std::transform(points.begin(), points.end(), mesh->mVertices, Vertex);
+    mesh->mFaces = new aiFace[triangles.size() / 3];
+    mesh->mNumFaces = static_cast<unsigned>(triangles.size() / 3);
+    for (unsigned face = 0; face < mesh->mNumFaces; ++face) {
+        mesh->mFaces[face].mIndices = new unsigned[3];
+        mesh->mFaces[face].mNumIndices = 3;
+        std::copy_n(triangles.begin() + 3 * static_cast<std::ptrdiff_t>(face), 3, mesh->mFaces[face].mIndices);
+    }
+    return mesh;
+}
+
+std::unique_ptr<aiScene> SceneOf(std::vector<NamedMesh> const& meshes) {
+    auto const count = static_cast<unsigned>(meshes.size());
+    auto scene = std::make_unique<aiScene>();
+    scene->mMaterials = new aiMaterial* [1] { new aiMaterial };
+    scene->mNumMaterials = 1;
+    aiColor4D const concrete(0.75f, 0.74f, 0.71f, 1);
+    scene->mMaterials[0]->AddProperty(&concrete, 1, AI_MATKEY_COLOR_DIFFUSE);
+    scene->mRootNode = new aiNode("sectrix");
+    scene->mMeshes = new aiMesh*[count]();
+    scene->mNumMeshes = count;
+    scene->mRootNode->mMeshes = new unsigned[count];
+    scene->mRootNode->mNumMeshes = count;
+    for (unsigned i = 0; i < count; ++i) {
+        scene->mMeshes[i] = MeshOf(meshes[i]).release();
+        scene->mRootNode->mMeshes[i] = i;
+    }
+    return scene;
+}
+
+} // namespace
+
+std::vector<std::string> ExportEndings() {
+    Assimp::Exporter const exporter;
+    std::set<std::string> endings;
+    for (std::size_t i = 0; i < exporter.GetExportFormatCount(); ++i)
+        endings.insert(exporter.GetExportFormatDescription(i)->fileExtension);
+    return {endings.begin(), endings.end()};
+}
+
+void ExportMeshes(std::vector<NamedMesh> const& meshes, std::string const& path) {
+    std::string ending = std::filesystem::path(path).extension().string();
+    ending.erase(0, 1);
+    std::transform(ending.begin(), ending.end(), ending.begin(),
+                   [](unsigned char letter) { return std::tolower(letter); });
+    Assimp::Exporter exporter;
+    aiExportFormatDesc const* const format = FindFormat(exporter, ending);
+    if (!format)
+        throw std::runtime_error(path + ": no format that can be written has this ending");
+    auto const scene = SceneOf(meshes);
+    if (ending == "glb" || ending == "gltf") // y is upward there
+        scene->mRootNode->mTransformation = aiMatrix4x4(1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1);
+    if (exporter.Export(scene.get(), format->id, path) != AI_SUCCESS)
+        throw std::runtime_error(path + ": " + exporter.GetErrorString());
+}
+
+} // namespace qel::SectrixCommand

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "sectrix/foundation/value_types.h"
+#include "sectrix/mesh/mesh.h"
+
+#include <string>
+#include <vector>
+
+/// \file
+/// Model files of many formats to meshes, by Assimp.
+
+namespace qel::SectrixCommand {
+
+/// A mesh of a model file.
+struct ImportedMesh {
+    Sectrix::Mesh m_mesh;
+    /// The corners of faces that are no triangles, which the mesh does not hold.
+    std::vector<std::vector<Vec<3, double>>> m_otherFaces;
+};
+
+/// The meshes of a model, each under the transform.
+///
+/// \param name     tells the format by its ending.
+/// \param content  what is in the file.
+/// \throws std::runtime_error with the reason where it is no model.
+std::vector<ImportedMesh> ImportMeshes(std::string const& name, std::string const& content,
+                                       Mat<4, double> const& transform);
+
+} // namespace qel::SectrixCommand
