@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 
 #include <cmath>
+#include <cstdio>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -80,18 +81,23 @@ void PrintTable(std::vector<Row> const& rows, std::string const& unit) {
                                 {"depth", "depth, " + unit}, {"area", "area, " + unit + "\u00B2"},
                                 {"holes", "holes"},          {"convex_loops", "convex loops"}};
     std::vector<Row> flat = rows;
-    for (Row& row : flat)
-        for (auto const& [key, value] : Dom(row["parameters"]).objects())
-            row["parameters/" + key] = value;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        for (auto const& [key, value] : rows[i]["parameters"].objects())
+            flat[i]["parameters/" + key] = value;
     if (!rows.empty())
         for (auto const& [key, value] : rows[0]["parameters"].objects())
             columns.push_back({"parameters/" + key, key});
     PrintRows("text", columns, flat);
 }
 
+/// With its parameters as an object, so that they are read again.
 void WriteDocument(CrossSections& set, std::string const& path) {
     Dom dom;
     set.To(dom);
+    // `To` makes a list of the parameters, which `From` does not read.
+    Dom& parameters = dom["Params"].toObject();
+    for (auto const& [key, value] : set.Parameters())
+        parameters[key] = value;
     WriteFile(path, DomWriterJson::ToString(dom) + '\n');
 }
 

@@ -155,11 +155,15 @@ void AddDraw(CLI::App& program, int& status) {
         ->check(CLI::Range(100.0, 10000.0))
         ->type_name("PIXELS")
         ->capture_default_str();
-    verb->add_flag("!--no-loops", drawing.m_showsConvexLoops, "Draw the section without its convex loops");
-    verb->add_flag("!--no-feet", drawing.m_showsFeet, "Do not mark the feet of bridges");
-    verb->add_flag("!--no-names", drawing.m_showsNames, "Leave out the names of positions");
-    verb->add_flag("!--no-dimensions", drawing.m_showsDimensions, "Leave out width and height");
-    verb->add_flag("!--no-legend", drawing.m_showsLegend, "Leave out what lines and tints mean");
+    auto const turnOff = [&](char const* name, bool& isOn, char const* text) {
+        verb->add_flag_callback(
+            name, [&isOn] { isOn = false; }, text);
+    };
+    turnOff("--no-loops", drawing.m_showsConvexLoops, "Draw the section without its convex loops");
+    turnOff("--no-feet", drawing.m_showsFeet, "Do not mark the feet of bridges");
+    turnOff("--no-names", drawing.m_showsNames, "Leave out the names of positions");
+    turnOff("--no-dimensions", drawing.m_showsDimensions, "Leave out width and height");
+    turnOff("--no-legend", drawing.m_showsLegend, "Leave out what lines and tints mean");
     verb->footer(
         "The end planes of an extrusion are the documents behind it. Options about loops, names, dimensions, "
         "legend\nand width are those of sections.");

@@ -11,6 +11,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <memory>
 
@@ -27,9 +28,26 @@ struct MeshOptions {
     /// Without a section.
     SectionFilesOptions m_files;
     double m_turn = 0;
-    std::vector<double> m_move = {0, 0, 0};
+    std::string m_move = "0,0,0";
     std::string m_folder;
 };
+
+/// Three numbers with commas between them.
+///
+/// \throws CLI::ValidationError where the text is something else.
+Vec<3, double> ParseMove(std::string const& text) {
+    Vec<3, double> move;
+    char const* at = text.data();
+    char const* const end = at + text.size();
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+        auto const [rest, error] = std::from_chars(at, end, move[axis]);
+        bool const isBeforeComma = axis < 2 && rest != end && *rest == ',';
+        if (error != std::errc() || !(axis == 2 ? rest == end : isBeforeComma))
+            throw CLI::ValidationError("--move", text + " is not three numbers with commas");
+        at = rest + 1;
+    }
+    return move;
+}
 
 /// Scales, then turns about the z axis, then moves.
 Mat<4, double> Transform(MeshOptions const& options) {
@@ -40,7 +58,9 @@ Mat<4, double> Transform(MeshOptions const& options) {
     transform[1] = scale * std::sin(options.m_turn * kDegree);
     transform[4] = -transform[1];
     transform[10] = scale;
-    std::copy(options.m_move.begin(), options.m_move.end(), &transform[12]);
+    auto const move = ParseMove(options.m_move);
+    for (std::size_t axis = 0; axis < 3; ++axis)
+        transform[12 + axis] = move[axis];
     return transform;
 }
 
@@ -81,11 +101,12 @@ Row MeshRow(std::string const& file, std::size_t place, ImportedMesh const& impo
     return row;
 }
 
-Outcome Merge(MeshOptions const& options, std::string const& file, std::string const& stem) {
+Outcome Merge(MeshOptions const& options, Mat<4, double> const& transform, std::string const& file,
+              std::string const& stem) {
     Outcome outcome;
     std::vector<ImportedMesh> meshes;
     try {
-        meshes = ImportMeshes(file, ReadInput(file), Transform(options));
+        meshes = ImportMeshes(file, ReadInput(file), transform);
     } catch (std::runtime_error const& error) {
         outcome.Add(file + ": " + error.what(), 2);
     }
@@ -111,10 +132,11 @@ Outcome Merge(MeshOptions const& options, std::string const& file, std::string c
 int MergeAll(MeshOptions const& options) {
     auto const& files = options.m_files.m_files;
     auto const stems = FileStems(files);
+    auto const transform = Transform(options);
     std::vector<Row> rows;
     int const status = WorkOnAll(
         files, options.m_files.m_jobs, options.m_folder,
-        [&](std::size_t i) { return Merge(options, files[i], stems[i]); }, rows);
+        [&](std::size_t i) { return Merge(options, transform, files[i], stems[i]); }, rows);
     PrintRows(options.m_files.m_format,
               {{"document", "document"},
                {"mesh", "mesh"},
@@ -140,7 +162,7 @@ void AddMesh(CLI::App& program, int& status) {
     verb->add_option("--scale", options->m_files.m_scale, "Multiply coordinates by it")->type_name("FACTOR");
     verb->add_option("--turn", options->m_turn, "Then turn about the z axis, counter-clockwise")
         ->type_name("DEGREES");
-    verb->add_option("--move", options->m_move, "Then move")->delimiter(',')->expected(3)->type_name("X,Y,Z");
+    verb->add_option("--move", options->m_move, "Then move")->type_name("X,Y,Z");
     verb->add_option("--unit", options->m_files.m_unit, "The unit of coordinates after scaling, for pictures")
         ->type_name("NAME");
     verb->add_option("--jobs", options->m_files.m_jobs,

@@ -39,18 +39,13 @@ std::wstring DataGuid(DbTable const& row) {
 }
 
 Sectrix::AcisGeometry GeometryOf(DbTable const& row) {
-    return {Text(row, L"GUID"),          Text(row, L"PARENT_CLASS"), Text(row, L"PARENT_GUID"), DataGuid(row), {},
-            row.getInt32Value(L"INDEX"), Text(row, L"CATEGORY")};
+    return {Text(row, L"GUID"), Text(row, L"PARENT_CLASS"),  Text(row, L"PARENT_GUID"), DataGuid(row),
+            Mat<4, double>(),   row.getInt32Value(L"INDEX"), Text(row, L"CATEGORY")};
 }
 
 Sectrix::Obj MeshOf(DbTable const& row) {
-    return {row.getInt64Value(DbTable::_ID()),
-            Text(row, L"KEY"),
-            Text(row, L"NAME"),
-            Text(row, L"PARENT_ID"),
-            Text(row, L"PARENT_CLASS"),
-            DataGuid(row),
-            {}};
+    return {row.getInt64Value(DbTable::_ID()), Text(row, L"KEY"), Text(row, L"NAME"), Text(row, L"PARENT_ID"),
+            Text(row, L"PARENT_CLASS"),        DataGuid(row),     Mat<4, double>()};
 }
 
 /// A record for each row, in the order of their ids.

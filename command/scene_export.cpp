@@ -15,6 +15,8 @@
 namespace qel::SectrixCommand {
 namespace {
 
+using SectrixTools::TriangleMesh;
+
 /// The formats that are meant where an ending has several.
 constexpr char const* kPreferred[] = {"glb2", "gltf2", "stlb", "plyb", "fbx"};
 
@@ -37,7 +39,27 @@ aiVector3D Vertex(Vec<3, double> const& point) {
     return {static_cast<ai_real>(point[0]), static_cast<ai_real>(point[1]), static_cast<ai_real>(point[2])};
 }
 
-/// The scene takes over what it points at.
+/// The mesh with corners of its own for each triangle.
+TriangleMesh Apart(TriangleMesh const& mesh) {
+    TriangleMesh apart;
+    for (std::uint32_t const corner : mesh.m_triangles) {
+        apart.m_triangles.push_back(static_cast<std::uint32_t>(apart.m_points.size()));
+        apart.m_points.push_back(mesh.m_points[corner]);
+    }
+    return apart;
+}
+
+/// The normals of triangles, for a mesh with corners of its own for each.
+void AddFlatNormals(aiMesh& mesh) {
+    mesh.mNormals = new aiVector3D[mesh.mNumVertices];
+    for (unsigned i = 0; i + 2 < mesh.mNumVertices; i += 3) {
+        auto const* const corner = mesh.mVertices + i;
+        auto const normal = ((corner[1] - corner[0]) ^ (corner[2] - corner[0])).NormalizeSafe();
+        std::fill_n(mesh.mNormals + i, 3, normal);
+    }
+}
+
+/// Made by new, as Assimp deletes it.
 std::unique_ptr<aiMesh> MeshOf(NamedMesh const& source) {
     auto const& [points, triangles] = source.m_mesh;
     auto mesh = std::make_unique<aiMesh>();
@@ -56,7 +78,7 @@ std::unique_ptr<aiMesh> MeshOf(NamedMesh const& source) {
     return mesh;
 }
 
-std::unique_ptr<aiScene> SceneOf(std::vector<NamedMesh> const& meshes) {
+std::unique_ptr<aiScene> SceneOf(std::vector<NamedMesh> const& meshes, bool hasFlatNormals) {
     auto const count = static_cast<unsigned>(meshes.size());
     auto scene = std::make_unique<aiScene>();
     scene->mMaterials = new aiMaterial* [1] { new aiMaterial };
@@ -69,7 +91,10 @@ std::unique_ptr<aiScene> SceneOf(std::vector<NamedMesh> const& meshes) {
     scene->mRootNode->mMeshes = new unsigned[count];
     scene->mRootNode->mNumMeshes = count;
     for (unsigned i = 0; i < count; ++i) {
-        scene->mMeshes[i] = MeshOf(meshes[i]).release();
+        auto const& [name, mesh] = meshes[i];
+        scene->mMeshes[i] = MeshOf(hasFlatNormals ? NamedMesh{name, Apart(mesh)} : meshes[i]).release();
+        if (hasFlatNormals)
+            AddFlatNormals(*scene->mMeshes[i]);
         scene->mRootNode->mMeshes[i] = i;
     }
     return scene;
@@ -94,7 +119,8 @@ void ExportMeshes(std::vector<NamedMesh> const& meshes, std::string const& path)
     aiExportFormatDesc const* const format = FindFormat(exporter, ending);
     if (!format)
         throw std::runtime_error(path + ": no format that can be written has this ending");
-    auto const scene = SceneOf(meshes);
+    // STL has a normal for each triangle, and Assimp would take the mean of those around its corners.
+    auto const scene = SceneOf(meshes, ending == "stl");
     if (ending == "glb" || ending == "gltf") // y is upward there
         scene->mRootNode->mTransformation = aiMatrix4x4(1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1);
     if (exporter.Export(scene.get(), format->id, path) != AI_SUCCESS)

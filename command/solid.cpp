@@ -117,6 +117,8 @@ Outcome Build(SolidOptions const& options) {
     std::optional<SectionDocument> second;
     if (isBlend) {
         second = ReadSections(options.m_to, options.m_reading, outcome);
+        if (first.m_chosen.empty() || second->m_chosen.empty())
+            return outcome;
         AddFindings(outcome, first.m_name, SectrixTools::CheckBlend(first.m_set, second->m_set));
         if (!first.m_set.IsCompatible(second->m_set, false))
             return outcome;
