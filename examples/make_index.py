@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Gathers what the demo made on one page. Argument: the folder, with a folder for each host in it.
+"""Gathers what the demo made on one page. Argument: the folder, with a folder for each part in it.
 
-A host's folder has pictures (SVG) and a page of its own, or tables (text); its inputs are in the folder "data".
+A part has what was run and printed (commands.txt), pictures (SVG), and other files; inputs are in the folder "data".
 """
 
 import html
@@ -9,13 +9,14 @@ import pathlib
 import re
 import sys
 
-STYLE = (pathlib.Path(__file__).parent / "common/page.css").read_text()
+STYLE = (pathlib.Path(__file__).parent / "page.css").read_text()
 
-HOSTS = {  # in the order of the page
-    "sections": ("Sections and blends", "Documents of outlines, cut into convex loops, and the sections between two. "
-                 "The numbers of each section and the documents written back are on the"),
-    "meshes": ("Meshes and extrusions", "Imported models with near positions merged, and parts made of polylines. The "
-               "numbers are on the"),
+PARTS = {  # in the order of the page
+    "solids": ("Solids", "A haunched box girder between its sections at the pier and at midspan, and a curved deck: closed "
+               "solids, which any viewer of glTF or STL shows."),
+    "sections": ("Sections", "Documents of outlines, checked, cut into convex loops, and measured."),
+    "blends": ("Blends", "The sections between two others, and what keeps two documents from being blended."),
+    "models": ("Meshes and extrusions", "Imported models with near positions merged, and a part made of polylines."),
     "records": ("Records", "Stored geometry, pulled from a model database in each of its two schemas."),
 }
 
@@ -27,48 +28,44 @@ def title(svg):
     return re.search(r"<title>(.*?)</title>", svg.read_text(), re.S).group(1)
 
 
+def link(file):
+    return f'<a href="{file.parent.name}/{file.name}">{file.name}</a>'
+
+
 def input_of(svg):
-    """A link to the file that the picture was made from: "pier_1_stem.svg" or "1-pier.svg" from one called "pier"."""
-    stem = re.sub(r"^\d+-", "", svg.stem.split("_")[0]).removesuffix("-blend")
-    return "".join(f'<br><a href="data/{file.name}">{file.name}</a>' for file in (demo / "data").glob(f"{stem}.*"))
+    """A link to the file that the picture was made from: "pier_1_stem.svg" from one called "pier"."""
+    stem = svg.stem.split("_")[0].removesuffix("-blend")
+    return "".join(f"<br>{link(file)}" for file in sorted((demo / "data").glob(f"{stem}.*")))
 
 
-def part(folder, heading, text):
-    """What a host made, its pictures in the order of its own page."""
-    page = folder / "index.html"
-    if page.exists():
-        text += f' <a href="{folder.name}/index.html">page of this host</a>.'
-    body = f'<h2 id="{folder.name}">{heading}</h2>\n<p>{text}</p>\n'
-    order = page.read_text() if page.exists() else ""
-    pictures = sorted(folder.glob("*.svg"), key=lambda svg: (order.find(f'"{svg.name}"'), svg.name))
-    if pictures:
-        links = (f'<div><a href="{folder.name}/{svg.name}"><img src="{folder.name}/{svg.name}" alt="" loading="lazy">'
-                 f"</a>{title(svg)}{input_of(svg)}</div>" for svg in pictures)
-        body += '<div class="pictures">\n' + "\n".join(links) + "\n</div>\n"
-    else:
-        for table in sorted(folder.glob("*.txt")):
-            body += f"<p>{html.escape(table.stem)}</p>\n<pre>{html.escape(table.read_text())}</pre>\n"
-    return body
+def part(name, heading, text):
+    files = sorted(file for file in (demo / name).iterdir() if file.name != "commands.txt")
+    pictures = [file for file in files if file.suffix == ".svg"]
+    body = f'<h2 id="{name}">{heading}</h2>\n<p>{text}</p>\n<div class="pictures">\n'
+    for svg in pictures:
+        body += (f'<div><a href="{name}/{svg.name}"><img src="{name}/{svg.name}" alt="" loading="lazy"></a>'
+                 f"{title(svg)}{input_of(svg)}</div>\n")
+    body += "</div>\n" + "".join(f"<p>{link(file)}</p>\n" for file in files if file not in pictures)
+    return body + f"<pre>{html.escape((demo / name / 'commands.txt').read_text())}</pre>\n"
 
 
-parts = [(demo / name, *texts) for name, texts in HOSTS.items() if (demo / name).is_dir()]
-inputs = "\n".join(f'<li><a href="data/{file.name}">{file.name}</a></li>' for file in sorted((demo / "data").iterdir()))
-navigation = " ".join(f'<a href="#{folder.name}">{heading}</a>' for folder, heading, _ in parts)
-body = "".join(part(*arguments) for arguments in parts)
+navigation = " ".join(f'<a href="#{name}">{heading}</a>' for name, (heading, _) in PARTS.items())
+body = "".join(part(name, *texts) for name, texts in PARTS.items())
+inputs = "\n".join(f"<li>{link(file)}</li>" for file in sorted((demo / "data").iterdir()))
 (demo / "index.html").write_text(f"""<!DOCTYPE html>
 <html lang="en">
 <head>
 <meta charset="utf-8">
 <meta name="viewport" content="width=device-width, initial-scale=1">
-<title>ORL_Sectrix: what the example hosts made</title>
+<title>ORL_Sectrix: what the command makes of the sample data</title>
 <style>
 {STYLE}</style>
 </head>
 <body>
-<h1>What the example hosts made</h1>
+<h1>What the command makes of the sample data</h1>
 <p>Each picture opens by itself when it is clicked.</p>
-<nav>{navigation} <a href="#inputs">Inputs</a></nav>
-{body}<h2 id="inputs">Inputs</h2>
+<nav>{navigation} <a href="#data">Sample data</a></nav>
+{body}<h2 id="data">Sample data</h2>
 <ul>
 {inputs}
 </ul>

@@ -97,7 +97,7 @@ build_host subdirectory -DSECTRIX_AS=subdirectory -DSECTRIX_SOURCE="$source"
 grep -q 'command.*/consumer/main.cpp' "$work/subdirectory/compile_commands.json" || fail "no command for main.cpp"
 ! grep 'command.*/consumer/main.cpp' "$work/subdirectory/compile_commands.json" | grep -q 'ffp-contract\|fvisibility' ||
     fail "flags of ours reach the host's files"
-! grep -q 'sectrix_tests\|section_report' "$work/subdirectory/build.ninja" || fail "tests or examples in a host's build"
+! grep -q 'sectrix_tests\|read_and_cut' "$work/subdirectory/build.ninja" || fail "tests or examples in a host's build"
 
 # The host's own document tree and database layer, which end the program when the library breaks a promise, give the
 # same answers as the bundled ones.

@@ -4,10 +4,11 @@ set -euo pipefail
 images=$(cd "$(dirname "$0")" && pwd)
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-"$1/examples/section_report/section_report" --out "$work" "$images/cutting.json" \
-    --unit m "$images/../../examples/data/box-girder-single-cell.json" \
-    --blend 8 "$images/../../examples/data/haunched-box-pier.json" \
-    "$images/../../examples/data/haunched-box-midspan.json" >/dev/null
+sectrix=$1/command/sectrix
+data=$images/../../examples/data
+"$sectrix" cut -o "$work" "$images/cutting.json" >/dev/null
+"$sectrix" cut --unit m -o "$work" "$data/box-girder-single-cell.json" >/dev/null
+"$sectrix" blend --unit m --count 8 --draw "$work" "$data"/haunched-box-{pier,midspan}.json >/dev/null 2>&1
 cp "$work"/cutting_1_*.svg "$images/square-with-a-hole.svg"
 cp "$work"/cutting_2_*.svg "$images/overlapping-holes.svg"
 cp "$work"/box-girder-single-cell_1_*.svg "$images/box-girder.svg"
