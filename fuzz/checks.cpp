@@ -139,7 +139,7 @@ void JudgePositions(Dom const& list, std::string const& pointer, CSPositions con
         auto const& coordinates = isObject ? list[i]["coordinates"] : list[i];
         auto const where = isObject ? Child(place, "coordinates") : place;
         Require(coordinates.isArray() && coordinates.size() >= 2, "a position has coordinates");
-        for (std::uint64_t axis : {0, 1})
+        for (std::uint64_t axis = 0; axis < 2; ++axis)
             claims.JudgeNumber(coordinates[axis], position.Position()[axis], Child(where, axis));
         claims.JudgeRest(coordinates, 2, where);
         claims.JudgeText(list[i], "name", position.Name(), place);
