@@ -64,9 +64,10 @@ if(ORL_SECTRIX_PYTHON)
     set(CPACK_DEBIAN_PYTHON_PACKAGE_NAME python3-sectrix)
     set(CPACK_DEBIAN_PYTHON_DESCRIPTION "This package has the package sectrix for Python.")
     set(CPACK_DEBIAN_PYTHON_PACKAGE_SECTION python)
-    math(EXPR next_minor "${Python_VERSION_MINOR} + 1") # the module is for one version of Python
-    set(CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS
-        "liborl-sectrix-tools${soversion} (= ${PROJECT_VERSION}), python3 (>= 3.${Python_VERSION_MINOR}), python3 (<< 3.${next_minor}), python3-numpy")
+    get_target_property(minor sectrix_core SECTRIX_PYTHON_MINOR) # the module is for one version of Python
+    math(EXPR next_minor "${minor} + 1")
+    string(CONCAT CPACK_DEBIAN_PYTHON_PACKAGE_DEPENDS "liborl-sectrix-tools${soversion} (= ${PROJECT_VERSION}), "
+        "python3 (>= 3.${minor}), python3 (<< 3.${next_minor}), python3-numpy")
     set(CPACK_DEBIAN_PYTHON_PACKAGE_RECOMMENDS "python3-matplotlib, python3-meshio")
     set(CPACK_DEBIAN_PYTHON_PACKAGE_SHLIBDEPS ON)
 endif()

@@ -52,6 +52,12 @@ cpack --config "$build/CPackConfig.cmake" -B "$work/packages" >"$work/cpack.log"
 for package in "$work"/packages/*.deb; do dpkg-deb -x "$package" "$work/debian"; done
 expect_output "the packaged program" "sectrix $version" "$work/debian/usr/bin/sectrix" --version
 build_host debian -DSECTRIX_AS=package -DSECTRIX_COMPONENTS=Tools -DCMAKE_PREFIX_PATH="$work/debian/usr"
+python=$(sed -n 's/^Python_EXECUTABLE:[A-Z]*=//p' "$build/CMakeCache.txt")
+if compgen -G "$work/packages/python3-sectrix_*.deb" >/dev/null; then
+    dpkg-deb -f "$work"/packages/python3-sectrix_*.deb Depends | grep -qE 'python3 \(>= 3\.[0-9]+\)' || fail "Depends of python3-sectrix"
+    PYTHONPATH=$work/debian/usr/lib/python3/dist-packages "$python" -c 'import sectrix; sectrix.loads("{}").cut()' ||
+        fail "python3-sectrix"
+fi
 
 echo "== README"
 mkdir "$work/readme"

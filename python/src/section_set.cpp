@@ -5,12 +5,20 @@
 
 #include <algorithm>
 #include <functional>
+#include <pybind11/pybind11.h>
 #include <utility>
 
 namespace sectrix_python {
 
 using namespace qel;
 using namespace qel::Sectrix;
+
+SectionSet::~SectionSet() {
+    if (PyGILState_Check() == 0)
+        return;
+    pybind11::gil_scoped_release const unlocked;
+    CrossSections const gone(std::move(m_set));
+}
 
 std::unique_ptr<SectionSet> SectionSet::FromText(std::string const& text, double scale) {
     Dom document;

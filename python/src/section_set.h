@@ -22,6 +22,8 @@ class SectionSet {
 public:
     /// Takes a set over.
     explicit SectionSet(qel::Sectrix::CrossSections set) : m_set(std::move(set)) {}
+    /// Frees the set without the interpreter's lock, since a large one takes a while.
+    ~SectionSet();
 
     /// What a document reads as, coordinates times `scale`; nothing where the text is no JSON.
     static std::unique_ptr<SectionSet> FromText(std::string const& text, double scale);

@@ -5,10 +5,13 @@ from __future__ import annotations
 import gc
 import itertools
 import threading
+import time
+from collections.abc import Callable
 
 import numpy as np
+import pytest
 import sectrix
-from support import MIDSPAN, PIER, boxes
+from support import MIDSPAN, PIER, boxes, comb
 
 ORDERS = list(itertools.permutations(range(5)))
 
@@ -75,3 +78,36 @@ def test_threads_share_sets() -> None:
     for thread in threads:
         thread.join()
     assert not failures
+
+
+LARGE = boxes(12_000)
+ENDS = sectrix.placements_along_line((0, 0, 0), (0, 9, 0), 2)
+WORKS: dict[str, Callable[[sectrix.Sections], object]] = {
+    "reading": lambda _: sectrix.loads(LARGE),
+    "checking": lambda _: sectrix.check(comb(3000)),
+    "cutting": lambda sections: sections.cut(),
+    "blending": lambda sections: sectrix.blend(sections, sections, 0.5),
+    "sweeping": lambda _: sectrix.sweep((section, end) for section in [sectrix.loads(comb(2000))[0]] for end in ENDS),
+}
+
+
+@pytest.mark.parametrize("name", WORKS)
+def test_others_run_meanwhile(name: str) -> None:
+    sections = sectrix.loads(comb(4000) if name == "cutting" else LARGE)
+    ends = []
+
+    def work() -> None:
+        ends.append(time.perf_counter())
+        WORKS[name](sections)
+        ends.append(time.perf_counter())
+
+    thread = threading.Thread(target=work)
+    thread.start()
+    seen = []
+    while len(ends) < 2:
+        seen.append(time.perf_counter())
+        time.sleep(0.0005)
+    thread.join()
+    # A call that keeps the interpreter's lock leaves a gap as long as itself.
+    gaps = np.diff([ends[0], *(at for at in seen if ends[0] < at < ends[1]), ends[1]])
+    assert gaps.max() < 0.5 * (ends[1] - ends[0])
