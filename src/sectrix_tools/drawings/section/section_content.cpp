@@ -1,7 +1,8 @@
 #include "sectrix_tools/drawings/section/section_content.h"
 
+#include "sectrix_tools/measures/loop_measures.h"
+
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <iterator>
 #include <set>
@@ -58,33 +59,6 @@ std::vector<std::size_t> ChooseTints(std::vector<Loop> const& loops) {
     return tints;
 }
 
-double Cross(Point a, Point b) {
-    return a.x * b.y - a.y * b.x;
-}
-
-/// False for a loop that runs clockwise, turns to the right at a corner, or winds around more than once. Straight
-/// corners are no fault.
-bool LooksConvex(std::vector<Point> const& corners) {
-    constexpr double kStraight = 1e-9; // the sine of an angle that counts as none
-    constexpr double kThreeHalfTurns = 9.42477796076938;
-    std::vector<Point> edges;
-    for (std::size_t i = 0; i < corners.size(); ++i) {
-        Point const& from = corners[i];
-        Point const& to = corners[(i + 1) % corners.size()];
-        if (from.x != to.x || from.y != to.y)
-            edges.push_back({to.x - from.x, to.y - from.y});
-    }
-    double turned = 0.0;
-    for (std::size_t i = 0; i < edges.size(); ++i) {
-        Point const a = edges[i];
-        Point const b = edges[(i + 1) % edges.size()];
-        if (Cross(a, b) < -kStraight * std::hypot(a.x, a.y) * std::hypot(b.x, b.y))
-            return false;
-        turned += std::atan2(Cross(a, b), a.x * b.x + a.y * b.y);
-    }
-    return turned < kThreeHalfTurns; // a full turn, not two
-}
-
 Sectrix::CSPosition const* Find(CrossSection const& section, int index) {
     bool found = false;
     auto const& position = section.Positions().GetPosition(static_cast<std::uint64_t>(index), found);
@@ -123,8 +97,8 @@ SectionContent::SectionContent(CrossSection const& section, bool withConvexLoops
     AddEdges(*this, section, loops);
     if (withConvexLoops) {
         m_tints = ChooseTints(loops);
-        for (auto const& corners : m_loops)
-            m_faults.push_back(!LooksConvex(corners));
+        for (Loop const& loop : loops)
+            m_faults.push_back(!IsConvex(loop));
         for (int const index : section.AddedVertices())
             if (auto const* foot = Find(section, index))
                 m_feet.push_back(PointOf(*foot));
@@ -177,12 +151,8 @@ std::vector<Segment> ToPicture(std::vector<Segment> const& segments, View const&
 
 std::vector<Point> CornersOf(Loop const& loop) {
     std::vector<Point> corners;
-    for (auto const& vertex : loop.Vertices()) {
-        bool found = false;
-        auto const& position = loop.Positions().GetPosition(static_cast<std::uint64_t>(vertex.Index()), found);
-        if (found)
-            corners.push_back(PointOf(position));
-    }
+    for (auto const& point : Points(loop))
+        corners.push_back({point[0], point[1]});
     return corners;
 }
 
