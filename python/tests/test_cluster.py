@@ -44,7 +44,7 @@ def test_a_killed_worker_loses_nothing(tmp_path: pathlib.Path, monkeypatch: pyte
     monkeypatch.syspath_prepend(EXAMPLE.parent)
     import corpus_on_dask as example
 
-    documents = write_corpus(tmp_path, 60, comb(250))
+    documents = write_corpus(tmp_path, 60, comb(400))
     expected = [row for document in documents for row in example.rows_of(document)]
     with distributed.LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=None) as cluster:
         with distributed.Client(cluster) as client:
