@@ -207,10 +207,9 @@ private:
     //   the blending constructor, Blend                     blending/interpolation.cpp
     //   Dump                                                dump.cpp
 
-    // In the two files under cutting/, where they are described.
+    // In cutting/hole_removal.cpp, where they are described.
     std::size_t MergeHoles(std::size_t limit) const;
     void TakeMerged(HoleMerger const& merger) const;
-    void ReserveConvexLoops(std::size_t size) const;
 
     /// Binds the section and its loops to the pool `to` as far as they are bound to `from`. Indices keep their
     /// meaning.

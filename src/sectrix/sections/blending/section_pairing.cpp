@@ -28,7 +28,7 @@ public:
         auto const* loop = byKey ? FindByKey(hole) : nullptr;
         // A good loop does not fit the first of its key only where other names have the same key by chance.
         if (!byKey || (loop && !isPartner(*loop) && hole.IsCompatible(hole)))
-            FindFirst(m_loops, m_loops.size(), true, isPartner);
+            (void)std::any_of(m_loops.begin(), m_loops.end(), isPartner); // which keeps the first in `pair`
         return pair;
     }
 

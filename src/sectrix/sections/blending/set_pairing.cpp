@@ -2,6 +2,7 @@
 #include "sectrix/sections/blending/loop_alignment.h"
 
 #include <cassert>
+#include <iterator>
 #include <map>
 #include <numeric>
 #include <unordered_map>
@@ -16,39 +17,35 @@ namespace {
 /// Every hole of a partner has its own partner in the section, and there are equally many. So a partner has the
 /// holes of the section, apart from how often each repeats, or, where its own holes repeat, fewer different ones.
 struct SectionKey {
-    /// Of the numbers of named positions and of interior loops, and of the exterior loop. Where convex loops are
-    /// compared, of them all in their order.
+    /// Of the numbers of named positions and of loops, and of the exterior loop where it is compared.
     std::uint64_t m_outline = 0;
-    /// The keys of the interior loops, each once, ascending. Empty where convex loops are compared.
-    std::vector<std::uint64_t> m_holes;
+    /// The keys of the interior loops, each once, ascending; or those of the convex loops, in their order.
+    std::vector<std::uint64_t> m_loops;
 
     /// Makes the key, building the convex loops when they are what is compared. False when some loop is not
     /// compared by names.
     bool Set(CrossSection const& section, bool convex, std::uint64_t namedCount) {
         auto const& loops = convex ? section.ConvexLoops() : section.InteriorLoops();
         m_outline = Mix(namedCount, loops.size());
-        m_holes.clear();
+        m_loops.clear();
         if (!HaveKeys(loops) || section.ExteriorLoop().Positions().NamedCount() < 1)
             return false;
-        if (!convex)
-            m_outline = Mix(m_outline, KeyOf(section.ExteriorLoop()));
-        for (auto const& loop : loops)
-            if (convex)
-                m_outline = Mix(m_outline, KeyOf(loop));
-            else
-                m_holes.push_back(KeyOf(loop));
-        std::sort(m_holes.begin(), m_holes.end());
-        m_holes.erase(std::unique(m_holes.begin(), m_holes.end()), m_holes.end());
+        std::transform(loops.begin(), loops.end(), std::back_inserter(m_loops), KeyOf);
+        if (convex)
+            return true;
+        m_outline = Mix(m_outline, KeyOf(section.ExteriorLoop()));
+        std::sort(m_loops.begin(), m_loops.end());
+        m_loops.erase(std::unique(m_loops.begin(), m_loops.end()), m_loops.end());
         return true;
     }
 
-    /// Of sections that have all this in common.
-    std::uint64_t Whole() const { return std::accumulate(m_holes.begin(), m_holes.end(), m_outline, Mix); }
+    /// One number for it all, the same for equal keys.
+    std::uint64_t Hash() const { return std::accumulate(m_loops.begin(), m_loops.end(), m_outline, Mix); }
 
     /// True when the holes of `other` are some of these.
     bool Covers(SectionKey const& other) const {
         return other.m_outline == m_outline &&
-               std::includes(m_holes.begin(), m_holes.end(), other.m_holes.begin(), other.m_holes.end());
+               std::includes(m_loops.begin(), m_loops.end(), other.m_loops.begin(), other.m_loops.end());
     }
 };
 
@@ -106,11 +103,11 @@ private:
         if (filed == m_filed.end())
             return false;
         SectionKey key;
-        if (!key.Set(section, m_convex, namedCount) || !FileUpTo(key.Whole(), namedCount, filed->second))
+        if (!key.Set(section, m_convex, namedCount) || !FileUpTo(key.Hash(), namedCount, filed->second))
             return Walk(section);
-        auto const same = m_firstOf.find(key.Whole());
+        auto const same = m_firstOf.find(key.Hash());
         auto best = same != m_firstOf.end() ? same->second : m_items.size();
-        auto const end = m_repeating.lower_bound(key.m_holes.size());
+        auto const end = m_repeating.lower_bound(key.m_loops.size());
         for (auto group = m_repeating.begin(); group != end; ++group)
             for (auto const& [place, other] : group->second)
                 if (place < best && key.Covers(other) && IsPartner(section, m_items[place]))
@@ -135,9 +132,9 @@ private:
             });
             if (!m_isKeyed || isHopeless)
                 continue;
-            m_firstOf.emplace(key.Whole(), next);
-            if (!m_convex && key.m_holes.size() < holes.size())
-                m_repeating[key.m_holes.size()].emplace_back(next, key);
+            m_firstOf.emplace(key.Hash(), next);
+            if (!m_convex && key.m_loops.size() < holes.size())
+                m_repeating[key.m_loops.size()].emplace_back(next, key);
         }
         return m_isKeyed;
     }

@@ -61,27 +61,13 @@ void CrossSection::BuildConvexLoops() const {
         }
     }
 
-    ReserveConvexLoops(count + ends.size());
+    m_convexLoops.reserve(count + ends.size());
     auto begin = pieces.begin();
     for (auto const end : ends) {
         auto const next = pieces.begin() + static_cast<std::ptrdiff_t>(end);
         AddConvexLoop().m_vertices.assign(begin, next);
         begin = next;
     }
-}
-
-/// Makes room in the list of convex loops. On its own it would copy the vertices of them all.
-void CrossSection::ReserveConvexLoops(std::size_t size) const {
-    if (size <= m_convexLoops.capacity())
-        return;
-    std::vector<Loop> loops;
-    loops.reserve(size);
-    for (auto& loop : m_convexLoops) {
-        auto& taken = loops.emplace_back(*loop.m_positions, false);
-        taken.m_vertices.swap(loop.m_vertices);
-        taken.m_leftMost = loop.m_leftMost;
-    }
-    m_convexLoops.swap(loops);
 }
 
 bool CrossSection::BuildConvexLoop(std::uint64_t index) const {

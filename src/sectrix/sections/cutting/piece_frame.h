@@ -2,8 +2,11 @@
 
 #include "sectrix/foundation/value_types.h"
 #include "sectrix/sections/cutting/scratch.h"
+#include "sectrix/sections/cutting/turn.h"
 
 #include <algorithm>
+#include <cassert>
+#include <cmath>
 #include <cstddef>
 
 /// \file
@@ -35,10 +38,30 @@ public:
     /// \param leastTurn   the least of the turns to the left at the corners of all these runs, positive.
     /// \param turnError   the greatest rounding error of a turn value among the points that are asked about.
     /// \param pointError  the same of a coordinate.
-    bool Reset(Scratch::List<Point> const& corners, double leastTurn, double turnError, double pointError);
+    bool Reset(Scratch::List<Point> const& corners, double leastTurn, double turnError, double pointError) {
+        assert(corners.size() >= 3 && leastTurn > 0);
+        m_sideCount = 0;
+        if (!(leastTurn > 4 * turnError))
+            return false;
+        m_box = {};
+        for (auto const& corner : corners)
+            m_box.Widen(corner);
+        double const factor = (kTurnTolerance + turnError) / (leastTurn - turnError);
+        for (std::size_t axis = 0; axis < 2; ++axis) {
+            m_margin[axis] = 2 * factor * (m_box.m_max[axis] - m_box.m_min[axis]) + pointError;
+            m_box.m_min[axis] -= m_margin[axis];
+            m_box.m_max[axis] += m_margin[axis];
+        }
+        return true;
+    }
 
     /// Adds the half-planes to the frame that has been made of these corners.
-    void AddSides(Scratch::List<Point> const& corners);
+    void AddSides(Scratch::List<Point> const& corners) {
+        AddSide(corners, corners.back(), corners.front());
+        std::size_t const stride = (corners.size() - 2) / kComparedEdges + 1;
+        for (std::size_t i = 0; i + 1 < corners.size(); i += stride)
+            AddSide(corners, corners[i], corners[i + 1]);
+    }
 
     /// The box.
     Box const& Bounds() const { return m_box; }
@@ -65,7 +88,15 @@ private:
         double m_x, m_y, m_offset;
     };
 
-    void AddSide(Scratch::List<Point> const& corners, Point const& tail, Point const& head);
+    /// Adds the inner side of an edge, moved outward until all corners are on it wherever the margin may move them.
+    void AddSide(Scratch::List<Point> const& corners, Point const& tail, Point const& head) {
+        double const dx = head[0] - tail[0];
+        double const dy = head[1] - tail[1];
+        double least = dx * tail[1] - dy * tail[0];
+        for (auto const& corner : corners)
+            least = std::min(least, dx * corner[1] - dy * corner[0]);
+        m_sides[m_sideCount++] = {-dy, dx, std::abs(dy) * m_margin[0] + std::abs(dx) * m_margin[1] - least};
+    }
 
     /// At most this many edges of the chain, spread along it, are taken, and the chord.
     static constexpr std::size_t kComparedEdges = 4;

@@ -44,14 +44,14 @@ void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> 
     m_candidates.Reset(count);
     m_ring.resize(m_size);
     for (int place = 0; place < count; ++place) {
-        auto& entry = VertexAt(place); // written here, since a copy of what has just been written is slow
-        entry.m_point = points[static_cast<std::size_t>(place)];
-        entry.m_previous = place > 0 ? place - 1 : count - 1;
-        entry.m_next = place + 1 < count ? place + 1 : 0;
-        entry.m_firstWatch = -1;
-        entry.m_trial = 0;
-        entry.m_vertex = vertices[static_cast<std::size_t>(place)];
-        entry.m_isInRing = true;
+        auto& vertex = VertexAt(place); // filled in its place: a copy would wait for what was just written
+        vertex.m_point = points[static_cast<std::size_t>(place)];
+        vertex.m_previous = place > 0 ? place - 1 : count - 1;
+        vertex.m_next = place + 1 < count ? place + 1 : 0;
+        vertex.m_firstWatch = -1;
+        vertex.m_trial = 0;
+        vertex.m_vertex = vertices[static_cast<std::size_t>(place)];
+        vertex.m_isInRing = true;
     }
     for (int place = 0; place < count; ++place) {
         if (IsReflexAt(place))
@@ -59,7 +59,11 @@ void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> 
         else
             m_candidates.Insert(Previous(place));
     }
+    MakeBoxes(points);
+}
 
+/// Makes the hierarchy where there is to be one, and the bounds on rounding errors.
+void RingCutter::MakeBoxes(Scratch::List<Point> const& points) {
     m_boxes.Clear();
     if (m_size < kHierarchyThreshold || !std::all_of(points.begin(), points.end(), IsTame))
         return;
@@ -244,19 +248,15 @@ void RingCutter::RememberFailure(int start, int grownEnd) {
     m_candidates.Erase(start);
     int const trial = ++VertexAt(start).m_trial;
     auto const watch = [&](int place) {
-        auto& head = VertexAt(place).m_firstWatch;
-        auto& entry = m_watches.emplace_back();
-        entry.m_start = start;
-        entry.m_trial = trial;
-        entry.m_next = head;
-        head = static_cast<int>(m_watches.size()) - 1;
+        auto& first = VertexAt(place).m_firstWatch;
+        m_watches.push_back({start, trial, first});
+        first = static_cast<int>(m_watches.size()) - 1;
     };
     int const behind = Next(grownEnd);
     for (int place = Next(start); place != behind; place = Next(place))
         watch(place);
     watch(behind);
-    for (int place : m_shrinkers)
-        watch(place);
+    std::for_each(m_shrinkers.begin(), m_shrinkers.end(), watch);
 }
 
 void RingCutter::CutOff(Chain const& chain, Scratch::List<Vertex>& piece) {

@@ -77,6 +77,7 @@ private:
         int m_next;
     };
 
+    void MakeBoxes(Scratch::List<Point> const& points);
     int Grow(int start);
     bool IsLost(Chain const& chain);
     bool Outlasts(Point const& point, Chain const& chain) const;
