@@ -8,10 +8,9 @@ namespace qel::Sectrix {
 
 Mesh::Mesh(wchar_t const* key, wchar_t const* name) : m_key(key), m_name(name) {}
 
-Mesh::Mesh(Mesh&& other) noexcept
-    : m_key(std::exchange(other.m_key, {})), m_name(std::exchange(other.m_name, {})),
-      m_positions(std::exchange(other.m_positions, {})), m_indices(std::exchange(other.m_indices, {})),
-      m_transform(other.m_transform) {}
+Mesh::Mesh(Mesh&& other) noexcept {
+    *this = std::move(other);
+}
 
 Mesh& Mesh::operator=(Mesh const& other) {
     if (this != &other)

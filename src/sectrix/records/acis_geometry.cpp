@@ -11,11 +11,9 @@ AcisGeometry::AcisGeometry(std::wstring const& guid, std::wstring const& parentC
     : m_index(index), m_guid(guid), m_dataGuid(dataGuid), m_parentClass(parentClass), m_parentGuid(parentGuid),
       m_category(category), m_transform(transform) {}
 
-AcisGeometry::AcisGeometry(AcisGeometry&& other) noexcept
-    : m_index(other.m_index), m_guid(std::exchange(other.m_guid, {})),
-      m_dataGuid(std::exchange(other.m_dataGuid, {})), m_parentClass(std::exchange(other.m_parentClass, {})),
-      m_parentGuid(std::exchange(other.m_parentGuid, {})), m_category(std::exchange(other.m_category, {})),
-      m_transform(other.m_transform) {}
+AcisGeometry::AcisGeometry(AcisGeometry&& other) noexcept {
+    *this = std::move(other);
+}
 
 AcisGeometry& AcisGeometry::operator=(AcisGeometry&& other) noexcept {
     m_index = other.m_index;

@@ -10,10 +10,9 @@ Obj::Obj(std::int64_t id, std::wstring const& key, std::wstring const& name, std
     : m_id(id), m_key(key), m_name(name), m_dataGuid(dataGuid), m_parentId(parentId), m_parentClass(parentClass),
       m_transform(transform) {}
 
-Obj::Obj(Obj&& other) noexcept
-    : m_id(other.m_id), m_key(std::exchange(other.m_key, {})), m_name(std::exchange(other.m_name, {})),
-      m_dataGuid(std::exchange(other.m_dataGuid, {})), m_parentId(std::exchange(other.m_parentId, {})),
-      m_parentClass(std::exchange(other.m_parentClass, {})), m_transform(other.m_transform) {}
+Obj::Obj(Obj&& other) noexcept {
+    *this = std::move(other);
+}
 
 Obj& Obj::operator=(Obj&& other) noexcept {
     m_id = other.m_id;

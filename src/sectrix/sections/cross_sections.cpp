@@ -27,10 +27,8 @@ CrossSections::CrossSections(CrossSections const& other)
     RebindItems(other);
 }
 
-CrossSections::CrossSections(CrossSections&& other) noexcept
-    : m_positions(std::move(other.m_positions)), m_items(std::exchange(other.m_items, {})), m_scale(other.m_scale),
-      m_bbox(other.m_bbox), m_parameters(std::exchange(other.m_parameters, {})) {
-    RebindItems(other);
+CrossSections::CrossSections(CrossSections&& other) noexcept {
+    *this = std::move(other);
 }
 
 CrossSections& CrossSections::operator=(CrossSections const& other) {

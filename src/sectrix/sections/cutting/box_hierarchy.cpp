@@ -15,11 +15,11 @@ double const kCrowdLimit = 8.0;
 
 void BoxHierarchy::Reset(Scratch::List<Point> const& points) {
     assert(!points.empty());
-    m_entries.clear();
-    m_entries.reserve(points.size());
+    m_points.clear();
+    m_points.reserve(points.size());
     m_whole = {};
     for (auto const& point : points) {
-        m_entries.push_back({point, static_cast<int>(m_entries.size())});
+        m_points.push_back({point, static_cast<int>(m_points.size())});
         assert(std::isfinite(point[0]) && std::isfinite(point[1]));
         m_whole.Widen(point);
     }
@@ -32,7 +32,7 @@ void BoxHierarchy::Reset(Scratch::List<Point> const& points) {
     MakeBlocks();
     m_isInRingOrder = !IsCrowded();
     if (!m_isInRingOrder) {
-        OrderByHalving({0, m_entries.size()});
+        OrderByHalving({0, m_points.size()});
         MakeLanes();
         MakeBlocks();
     }
@@ -41,12 +41,12 @@ void BoxHierarchy::Reset(Scratch::List<Point> const& points) {
 /// Puts the points on the grid.
 void BoxHierarchy::MakeLanes() {
     m_lanes.clear();
-    m_lanes.reserve((m_entries.size() - 1) / Lanes::kCount + 1);
-    m_slots.resize(m_entries.size());
-    for (std::size_t begin = 0; begin < m_entries.size(); begin += Lanes::kCount) {
+    m_lanes.reserve((m_points.size() - 1) / Lanes::kCount + 1);
+    m_slots.resize(m_points.size());
+    for (std::size_t begin = 0; begin < m_points.size(); begin += Lanes::kCount) {
         PointLanes lanes{Lanes(kGone), Lanes(kGone)};
-        for (std::size_t slot = begin; slot < std::min(begin + Lanes::kCount, m_entries.size()); ++slot) {
-            auto const& [point, place] = m_entries[slot];
+        for (std::size_t slot = begin; slot < std::min(begin + Lanes::kCount, m_points.size()); ++slot) {
+            auto const& [point, place] = m_points[slot];
             lanes.m_x.Set(slot - begin, OnGrid(point[0], 0));
             lanes.m_y.Set(slot - begin, OnGrid(point[1], 1));
             m_slots[static_cast<std::size_t>(place)] = static_cast<int>(slot);
@@ -55,13 +55,13 @@ void BoxHierarchy::MakeLanes() {
     }
 }
 
-/// Makes the blocks from the order of the entries.
+/// Makes the blocks from the order of the points.
 void BoxHierarchy::MakeBlocks() {
     m_height = 0;
     m_boxes.clear();
     m_boxLanes.clear();
     BoxLanes const none{Lanes(kGone), Lanes(kGone), Lanes(0), Lanes(0)};
-    for (std::size_t count = m_entries.size(); count > kTopSize;) {
+    for (std::size_t count = m_points.size(); count > kTopSize;) {
         count = ((count - 1) >> kBlockShift) + 1;
         std::size_t const first = m_boxes.size();
         m_firstBlock[++m_height] = first;
@@ -73,8 +73,8 @@ void BoxHierarchy::MakeBlocks() {
     if (m_height == 0)
         return;
     m_counts.clear();
-    for (std::size_t begin = 0; begin < m_entries.size(); begin += kBlockSize) {
-        int const size = static_cast<int>(std::min(kBlockSize, m_entries.size() - begin));
+    for (std::size_t begin = 0; begin < m_points.size(); begin += kBlockSize) {
+        int const size = static_cast<int>(std::min(kBlockSize, m_points.size() - begin));
         m_counts.push_back({size, size});
     }
 }
@@ -90,7 +90,7 @@ bool BoxHierarchy::IsCrowded() const {
     return sum > kCrowdLimit * area(m_whole);
 }
 
-/// Puts a range of entries into the order of a k-d tree, so that its smallest blocks lie apart: it is halved along
+/// Puts a range of slots into the order of a k-d tree, so that its smallest blocks lie apart: it is halved along
 /// the longer side of its box, between two blocks, and each half likewise.
 void BoxHierarchy::OrderByHalving(Range const& range) {
     std::size_t const size = range.m_end - range.m_begin;
@@ -98,12 +98,13 @@ void BoxHierarchy::OrderByHalving(Range const& range) {
         return;
     Box box;
     for (std::size_t slot = range.m_begin; slot < range.m_end; ++slot)
-        box.Widen(m_entries[slot].m_point);
+        box.Widen(m_points[slot].m_point);
     std::size_t const axis = box.m_max[0] - box.m_min[0] >= box.m_max[1] - box.m_min[1] ? 0 : 1;
     std::size_t const middle = range.m_begin + (size / 2 + kBlockSize - 1) / kBlockSize * kBlockSize;
-    auto const at = [this](std::size_t slot) { return m_entries.begin() + static_cast<std::ptrdiff_t>(slot); };
-    std::nth_element(at(range.m_begin), at(middle), at(range.m_end),
-                     [axis](Entry const& a, Entry const& b) { return a.m_point[axis] < b.m_point[axis]; });
+    auto const at = [this](std::size_t slot) { return m_points.begin() + static_cast<std::ptrdiff_t>(slot); };
+    std::nth_element(
+        at(range.m_begin), at(middle), at(range.m_end),
+        [axis](PlacedPoint const& a, PlacedPoint const& b) { return a.m_point[axis] < b.m_point[axis]; });
     OrderByHalving({range.m_begin, middle});
     OrderByHalving({middle, range.m_end});
 }
@@ -133,7 +134,7 @@ BoxHierarchy::Box BoxHierarchy::BoxOf(std::size_t height, std::size_t block) con
         if (height > 1)
             box.Widen(m_boxes[i]);
         else if (m_lanes[i / Lanes::kCount].m_x.Get(i % Lanes::kCount) != kGone)
-            box.Widen(m_entries[i].m_point);
+            box.Widen(m_points[i].m_point);
     return box;
 }
 

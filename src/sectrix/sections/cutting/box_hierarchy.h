@@ -58,15 +58,15 @@ public:
     using Box = BBox<2, double>;
 
     explicit BoxHierarchy(std::pmr::memory_resource* memory)
-        : m_entries(memory), m_slots(memory), m_lanes(memory), m_counts(memory), m_boxes(memory),
+        : m_points(memory), m_slots(memory), m_lanes(memory), m_counts(memory), m_boxes(memory),
           m_boxLanes(memory) {}
 
     /// Holds these points, which must be finite, as those of the places 0, 1, 2 and so on, instead of all others;
     /// there must be one.
     void Reset(Scratch::List<Point> const& points);
     /// Holds nothing.
-    void Clear() { m_entries.clear(); }
-    bool IsEmpty() const { return m_entries.empty(); }
+    void Clear() { m_points.clear(); }
+    bool IsEmpty() const { return m_points.empty(); }
     /// The box around all points that were given to `Reset`.
     Box const& Whole() const { return m_whole; }
     /// True when there are boxes, which is when a frame needs half-planes.
@@ -82,7 +82,7 @@ public:
     /// returns false. False then.
     template <class Visitor>
     bool Visit(PieceFrame const& frame, Visitor const& visit) const {
-        return Visit(frame, 0, static_cast<int>(m_entries.size()), visit);
+        return Visit(frame, 0, static_cast<int>(m_points.size()), visit);
     }
 
     /// The same for the slots `begin` to `end` - 1. In ring order slot and place are the same.
@@ -99,7 +99,7 @@ public:
     }
 
 private:
-    struct Entry {
+    struct PlacedPoint {
         Point m_point;
         int m_place;
     };
@@ -149,7 +149,7 @@ private:
                         sought.m_maxY.AtLeast(y) & Lanes::kHighest;
             for (; hits != 0; hits &= hits - 1) {
                 std::size_t const slot = word * Lanes::kCount + LowestBit(hits) / 16;
-                if (range.Has(slot) && !visit(m_entries[slot].m_place, m_entries[slot].m_point))
+                if (range.Has(slot) && !visit(m_points[slot].m_place, m_points[slot].m_point))
                     return false;
             }
         }
@@ -186,7 +186,7 @@ private:
     /// What is in a block: slots, or blocks of the next lower height.
     Range Inside(std::size_t height, std::size_t block) const {
         std::size_t const first = height > 1 ? m_firstBlock[height - 1] : 0;
-        std::size_t const end = height > 1 ? m_firstBlock[height] : m_entries.size();
+        std::size_t const end = height > 1 ? m_firstBlock[height] : m_points.size();
         std::size_t const begin = first + ((block - m_firstBlock[height]) << kBlockShift);
         return {begin, std::min(end, begin + kBlockSize)};
     }
@@ -201,7 +201,7 @@ private:
     Box m_whole;
     double m_stepsPerUnit[2] = {};
     /// All vertices by their slots, also those that have been taken out, and the slot of each place.
-    Scratch::List<Entry> m_entries;
+    Scratch::List<PlacedPoint> m_points;
     Scratch::List<int> m_slots;
     /// The vertices on the grid, by their slots.
     Scratch::List<PointLanes> m_lanes;

@@ -1,5 +1,4 @@
 #include "sectrix/sections/cross_section.h"
-#include "sectrix/sections/cutting/loop_points.h"
 #include "sectrix/sections/cutting/ring_cutter.h"
 
 namespace qel::Sectrix {
@@ -37,7 +36,6 @@ void CrossSection::BuildConvexLoops() const {
     RingCutter cutter(scratch.Resource());
     Scratch::List<Vertex> pieces(scratch.Resource()); // all pieces, one behind the other
     Scratch::List<std::size_t> ends(scratch.Resource());
-    Scratch::List<Vec<2, double>> points(scratch.Resource());
     std::size_t const outlineSize = count > 0 ? m_convexLoops[0].m_vertices.size() : 0;
     pieces.reserve(3 * outlineSize); // each cut leaves a vertex less and doubles two
     ends.reserve(outlineSize);
@@ -45,8 +43,7 @@ void CrossSection::BuildConvexLoops() const {
         auto& vertices = m_convexLoops[entry].m_vertices;
         if (vertices.size() <= 3)
             continue;
-        ReadPoints(vertices, *m_positions, points);
-        cutter.Load(vertices, points);
+        cutter.Load(vertices, *m_positions);
         auto const endsBefore = ends.size();
         while (count + ends.size() < limit) {
             auto const chain = cutter.FindPiece();
@@ -77,9 +74,7 @@ bool CrossSection::BuildConvexLoop(std::uint64_t index) const {
     auto const& vertices = m_convexLoops[index].m_vertices;
     Scratch scratch;
     RingCutter cutter(scratch.Resource());
-    Scratch::List<Vec<2, double>> points(scratch.Resource());
-    ReadPoints(vertices, *m_positions, points);
-    cutter.Load(vertices, points);
+    cutter.Load(vertices, *m_positions);
     auto const chain = cutter.FindPiece();
     if (!chain)
         return true;

@@ -1,4 +1,5 @@
 #include "sectrix/sections/cutting/ring_cutter.h"
+#include "sectrix/sections/cutting/loop_points.h"
 
 #include <algorithm>
 #include <cassert>
@@ -33,8 +34,8 @@ bool IsTame(Point const& point) {
 
 } // namespace
 
-void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> const& points) {
-    assert(points.size() == vertices.size());
+void RingCutter::Load(std::vector<Vertex> const& vertices, CSPositions const& pool) {
+    ReadPoints(vertices, pool, m_points);
     int const count = static_cast<int>(vertices.size());
     m_size = vertices.size();
     m_first = 0;
@@ -45,7 +46,7 @@ void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> 
     m_ring.resize(m_size);
     for (int place = 0; place < count; ++place) {
         auto& vertex = VertexAt(place); // filled in its place: a copy would wait for what was just written
-        vertex.m_point = points[static_cast<std::size_t>(place)];
+        vertex.m_point = m_points[static_cast<std::size_t>(place)];
         vertex.m_previous = place > 0 ? place - 1 : count - 1;
         vertex.m_next = place + 1 < count ? place + 1 : 0;
         vertex.m_firstWatch = -1;
@@ -59,15 +60,15 @@ void RingCutter::Load(std::vector<Vertex> const& vertices, Scratch::List<Point> 
         else
             m_candidates.Insert(Previous(place));
     }
-    MakeBoxes(points);
+    MakeBoxes();
 }
 
 /// Makes the hierarchy where there is to be one, and the bounds on rounding errors.
-void RingCutter::MakeBoxes(Scratch::List<Point> const& points) {
+void RingCutter::MakeBoxes() {
     m_boxes.Clear();
-    if (m_size < kHierarchyThreshold || !std::all_of(points.begin(), points.end(), IsTame))
+    if (m_size < kHierarchyThreshold || !std::all_of(m_points.begin(), m_points.end(), IsTame))
         return;
-    m_boxes.Reset(points);
+    m_boxes.Reset(m_points);
     // Of 2^-53 times width times height each: three roundings in either product, and one in their difference, which
     // may be twice as large. A product may also be subnormal, which adds half of the least double. That is nothing
     // beside the turns that the error is compared with, which are 1e-6 at least; and no frame is made of others.

@@ -39,11 +39,11 @@ public:
 
     /// \param memory  for all that the ring needs; must outlive it.
     explicit RingCutter(std::pmr::memory_resource* memory)
-        : m_ring(memory), m_reflex(memory), m_candidates(memory), m_watches(memory), m_shrinkers(memory),
-          m_boxes(memory), m_corners(memory), m_triangle(memory), m_near(memory) {}
+        : m_points(memory), m_ring(memory), m_reflex(memory), m_candidates(memory), m_watches(memory),
+          m_shrinkers(memory), m_boxes(memory), m_corners(memory), m_triangle(memory), m_near(memory) {}
 
-    /// Takes a loop's vertices, with their points in the same order, in place of what the ring held.
-    void Load(std::vector<Vertex> const& vertices, Scratch::List<Vec<2, double>> const& points);
+    /// Takes a loop's vertices, over this pool, in place of what the ring held.
+    void Load(std::vector<Vertex> const& vertices, CSPositions const& pool);
 
     /// The piece that the walk from the first reflex vertex on finds first; nothing when the ring is convex, has no
     /// more than three vertices, or cannot be cut.
@@ -77,7 +77,7 @@ private:
         int m_next;
     };
 
-    void MakeBoxes(Scratch::List<Point> const& points);
+    void MakeBoxes();
     int Grow(int start);
     bool IsLost(Chain const& chain);
     bool Outlasts(Point const& point, Chain const& chain) const;
@@ -105,6 +105,8 @@ private:
     int Next(int place) const { return VertexAt(place).m_next; }
     int Previous(int place) const { return VertexAt(place).m_previous; }
 
+    /// The points of the loop as it was loaded.
+    Scratch::List<Point> m_points;
     Scratch::List<RingVertex> m_ring;
     /// The place of vertices that are left.
     std::size_t m_size = 0;
