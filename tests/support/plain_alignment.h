@@ -128,6 +128,19 @@ inline CrossSection BlendSection(CrossSection const& first, CrossSection const& 
     return blend;
 }
 
+/// The parameters of the blended set, a line each.
+inline std::string ParametersText(CrossSections const& first, CrossSections const& second, double ratio,
+                                  bool isPair) {
+    std::ostringstream text;
+    text << std::hexfloat;
+    for (auto const& [name, value] : first.Parameters())
+        if (!isPair)
+            text << name << '=' << value << '\n';
+        else if (auto const other = second.Parameters().find(name); other != second.Parameters().end())
+            text << name << '=' << Blend(value, other->second, ratio) << '\n';
+    return text.str();
+}
+
 /// What the blended set reads as, put together section by section.
 inline std::string BlendText(CrossSections const& first, CrossSections const& second, double ratio, bool convex) {
     bool const isPair = IsCompatible(first, second, convex);
@@ -150,14 +163,7 @@ inline std::string BlendText(CrossSections const& first, CrossSections const& se
         pool.RemovePosition(std::uint64_t(*index));
     CrossSections set(pool, false);
     set.GetItems() = sections;
-    std::ostringstream parameters;
-    parameters << std::hexfloat;
-    for (auto const& [name, value] : first.Parameters())
-        if (!isPair)
-            parameters << name << '=' << value << '\n';
-        else if (auto const other = second.Parameters().find(name); other != second.Parameters().end())
-            parameters << name << '=' << Blend(value, other->second, ratio) << '\n';
-    return sectrix_tests::SetText(set) + parameters.str();
+    return sectrix_tests::SetText(set) + ParametersText(first, second, ratio, isPair);
 }
 
 } // namespace plain

@@ -26,9 +26,11 @@ struct Node {
 inline bool IsSame(Node const& a, Node const& b) {
     return a.x == b.x && a.y == b.y;
 }
+/// Twice the area of the triangle, positive when `b` lies to the left of the way from `o` to `a`.
 inline std::int64_t Cross(Node const& o, Node const& a, Node const& b) {
     return (a.x - o.x) * (b.y - o.y) - (a.y - o.y) * (b.x - o.x);
 }
+/// True when `p` lies on the edge from `a` to `b`, but at neither end.
 inline bool IsBetween(Node const& a, Node const& b, Node const& p) {
     return Cross(a, b, p) == 0 && !IsSame(p, a) && !IsSame(p, b) &&
            (p.x - a.x) * (p.x - b.x) + (p.y - a.y) * (p.y - b.y) < 0;
@@ -68,6 +70,7 @@ private:
         m_lines.push_back(Line(code, loop, vertex, 0, 0));
     }
 
+    /// Makes the ring of a loop, without edges that have no length; empty where fewer than three vertices are left.
     void Read(shapes::Shape const& shape, int loop) {
         Ring read, ring;
         auto const& indices = shape.loops[std::size_t(loop)];
@@ -119,6 +122,7 @@ private:
         return split;
     }
 
+    /// Corners where the loop turns back the way that it came.
     void Spikes(Ring const& ring) {
         for (std::size_t i = 0; i < ring.size(); ++i) {
             auto const &a = ring[(i + ring.size() - 1) % ring.size()], &b = ring[i],
@@ -145,6 +149,7 @@ private:
             m_crossed[{first.loop, second.loop}] = true;
     }
 
+    /// All pairs of edges that cross inside both.
     void Crossings() {
         std::vector<std::pair<Node, Node>> edges;
         for (auto const& ring : m_rings)
@@ -186,6 +191,8 @@ private:
         return !IsSame(*ahead, *back) && TurnsLess(*strand, *ahead, target, *back);
     }
 
+    /// All pairs of nodes at one point, of which one at least is a corner: there two edges touch, cross, or begin
+    /// to run along each other. Loops that are the same all the way round have no such beginning and are told last.
     void Encounters() {
         std::vector<At> nodes;
         for (auto const& ring : m_split)
@@ -207,6 +214,9 @@ private:
         }
     }
 
+    /// Tells how the strand through `u` and the one through `v` meet: in this point alone, or in a run of common
+    /// edges, which counts once, at the end whose nodes come first.
+    /// \param runs  by pair of loops, whether a run has an end, and where it was first met.
     template <class Runs>
     void Encounter(At const& u, At const& v, Runs& runs) {
         auto const isOn = [&u](At const& node) { return IsSame(*node, *u.Step(1)) || IsSame(*node, *u.Step(-1)); };
@@ -241,6 +251,7 @@ private:
         Contact(isCross ? Crossing : uWay == vWay ? Along : Back, *u, *v, x, y);
     }
 
+    /// The sense of a loop that does not cross itself, by its area.
     void Orient(int loop) {
         auto const& ring = m_rings[std::size_t(loop)];
         std::int64_t area = 0;
@@ -254,6 +265,7 @@ private:
             Tell(loop == 0 ? "outline-clockwise" : "hole-counter-clockwise", loop);
     }
 
+    /// Where a hole lies, by its first corner, or else middle of an edge, that is not on the outer loop.
     void Nest(int hole, int outer) {
         auto const &ring = m_rings[std::size_t(hole)], &around = m_rings[std::size_t(outer)];
         if (hole == outer || ring.empty() || around.empty() || m_crossed.count(std::minmax(hole, outer)))

@@ -50,8 +50,8 @@ struct SectionKey {
 };
 
 /// Finds the partners of sections among those of one set: what `GetCompatibleSection` finds, asked for one after
-/// the other. Convex loops are built as its walk would build them: in list order, of the sections that are
-/// compared, up to the partner.
+/// the other. Convex loops are built in the order of its walk, and no others: of the sections that have equally
+/// many names, up to the partner.
 class SectionSearch {
 public:
     SectionSearch(CrossSections const& searched, bool convex)
@@ -117,8 +117,8 @@ private:
         return best < m_items.size() && (IsPartner(section, m_items[best]) || Walk(section));
     }
 
-    /// Files the sections with so many names from `next` on, up to one with this key: none is built that a walk to
-    /// the partner would not build. False once there is one without a key.
+    /// Files the sections with so many names from `next` on, up to one with this key. False once there is one
+    /// without a key.
     bool FileUpTo(std::uint64_t wanted, std::uint64_t namedCount, std::size_t& next) {
         SectionKey key;
         for (; m_isKeyed && next < m_items.size() && m_firstOf.count(wanted) == 0; ++next) {

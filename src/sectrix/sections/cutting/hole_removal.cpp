@@ -11,9 +11,8 @@
 #include <utility>
 
 // Hole removal: each hole is joined to the outline by a bridge, so that one polygon is left to cut. The bridge is
-// that of David Eberly, "Triangulation by Ear Clipping" (2002), mirrored: a ray from the left-most vertex of the
-// hole to the left. But where the ray meets an edge between its ends, the bridge does not go to a vertex that is
-// visible from the hole; the foot becomes a new vertex.
+// that of David Eberly, "Triangulation by Ear Clipping" (2002), mirrored; but a foot between the ends of an edge
+// becomes a new vertex, where the bridge of that text goes to one that is visible from the hole.
 
 namespace qel::Sectrix {
 
