@@ -234,14 +234,17 @@ Findings DocumentWalk::TakeFindings() {
 
 std::pair<int, int> DocumentWalk::LineAndColumn(std::size_t place) {
     if (place < m_lineStart) {
-        m_lineStart = 0;
+        m_lineStart = m_searched = 0;
         m_line = 1;
     }
     auto const* const text = m_text.data();
-    while (auto const* const end =
-               static_cast<char const*>(std::memchr(text + m_lineStart, '\n', place - m_lineStart))) {
-        m_lineStart = static_cast<std::size_t>(end - text) + 1;
-        ++m_line;
+    while (m_searched < place) {
+        auto const* const end = static_cast<char const*>(std::memchr(text + m_searched, '\n', place - m_searched));
+        m_searched = end ? static_cast<std::size_t>(end - text) + 1 : place;
+        if (end) {
+            m_lineStart = m_searched;
+            ++m_line;
+        }
     }
     return {m_line, static_cast<int>(place - m_lineStart) + 1};
 }

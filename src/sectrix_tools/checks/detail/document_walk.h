@@ -166,6 +166,9 @@ private:
     /// The start of the line that was asked for last, and its number.
     std::size_t m_lineStart = 0;
     int m_line = 1;
+    /// How far the text behind that start has been searched for the line's end in vain, since a document may stand
+    /// on one line.
+    std::size_t m_searched = 0;
 };
 
 } // namespace qel::SectrixTools
