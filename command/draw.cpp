@@ -113,6 +113,7 @@ int DrawAll(DrawOptions const& options) {
     int status = 0;
     auto const subjects = ReadSubjects(options.m_files.m_files, status);
     std::vector<std::string> names;
+    names.reserve(subjects.size());
     for (Subject const& subject : subjects)
         names.push_back(subject.m_name);
     auto const stems = FileStems(names);

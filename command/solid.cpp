@@ -99,6 +99,7 @@ Row SolidRow(SectionDocument const& document, std::size_t place, TriangleMesh co
 
 void Draw(std::vector<NamedMesh> const& meshes, SolidOptions const& options, Outcome& outcome) {
     std::vector<SectrixTools::DrawnTriangles> panels;
+    panels.reserve(meshes.size());
     for (auto const& [name, mesh] : meshes)
         panels.push_back({name, mesh.m_points, {mesh.m_triangles.begin(), mesh.m_triangles.end()}, {}});
     std::string const title = std::filesystem::path(options.m_picture).stem().string();

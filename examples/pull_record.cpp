@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     qel::Sectrix::Obj record;
-    record.SetID(std::int64_t{std::atoll(argv[2])});
+    record.SetID(std::int64_t{std::strtoll(argv[2], nullptr, 10)});
     std::string data;
     try {
         gvs::Database database(argv[1]);
