@@ -1,8 +1,6 @@
 #include "sectrix/foundation/text_conversion.h"
 #include "target.h"
 
-#include <cstring>
-
 using namespace qel::Sectrix;
 
 namespace fuzz {
@@ -51,6 +49,23 @@ std::string PlainBytes(std::wstring const& units) {
     return bytes;
 }
 
+/// One wide element from each four bytes, lowest first. Where `wchar_t` has 16 bits, a code point beyond these
+/// becomes its two surrogates, and anything else keeps its low bits.
+std::wstring WideElements(std::string const& bytes) {
+    std::wstring elements;
+    for (std::size_t i = 0; i + 4 <= bytes.size(); i += 4) {
+        std::uint32_t value = 0;
+        for (std::size_t k = 4; k-- > 0;)
+            value = value << 8 | static_cast<unsigned char>(bytes[i + k]);
+        if (sizeof(wchar_t) == 2 && value >= 0x10000 && value <= 0x10FFFF) {
+            elements += static_cast<wchar_t>(0xD800 + (value - 0x10000) / 1024);
+            value = 0xDC00 + value % 1024;
+        }
+        elements += static_cast<wchar_t>(value);
+    }
+    return elements;
+}
+
 } // namespace
 
 std::string RunText(std::string const& bytes) {
@@ -60,9 +75,7 @@ std::string RunText(std::string const& bytes) {
     Require(narrow == PlainBytes(units.c_str()), "bytes of units");
     Require(Utf8ToW(narrow) == units.c_str(), "units come back");
 
-    // The same bytes as wide elements, four each.
-    std::wstring wide(bytes.size() / sizeof(wchar_t), L'\0');
-    std::memcpy(wide.data(), bytes.data(), wide.size() * sizeof(wchar_t));
+    auto const wide = WideElements(bytes);
     auto const wideBytes = ToUtf8(wide);
     Require(wideBytes == PlainBytes(wide.c_str()), "bytes of any elements");
     return narrow + '\n' + wideBytes;
