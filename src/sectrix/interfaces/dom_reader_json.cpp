@@ -1,5 +1,7 @@
 #include "sectrix/interfaces/dom_reader_json.h"
 
+#include <charconv>
+#include <cmath>
 #include <cstring>
 #include <new>
 #include <simdjson.h>
@@ -19,6 +21,48 @@ std::size_t Count(Container const& source) {
         ++count;
     return count;
 }
+
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+/// Reads the number that comes next in a text known to be good, and moves `text` behind it. Strings are passed
+/// over.
+std::from_chars_result NextNumber(char const*& text, char const* end, double& value) {
+    for (bool isInString = false; isInString || !(*text == '-' || (*text >= '0' && *text <= '9')); ++text) {
+        if (*text == '"')
+            isInString = !isInString;
+        else if (*text == '\\') // only in strings
+            ++text;
+    }
+    auto const result = std::from_chars(text, end, value);
+    text = result.ptr;
+    return result;
+}
+
+/// Puts numbers right on machines that store the highest byte of a word first, where simdjson 3.0.1 misreads eight
+/// digits in a row behind a point. Its answer, the tape, has all values in the order of the text: a word whose
+/// highest byte is the kind, and for a number its bits in the word behind. Each that is no integer is read again
+/// from the text. Near the greatest double the parser may still have refused, misread, a number that is in range.
+simdjson::error_code MendNumbers(simdjson::dom::document& document, char const* text, std::size_t length) {
+    auto const* const end = text + length;
+    auto* const tape = document.tape.get();
+    auto const size = tape[0] & 0xFFFFFFFFFFFFFF;
+    for (std::size_t i = 1; i < size; ++i) {
+        auto const kind = static_cast<char>(tape[i] >> 56);
+        if (kind != 'd' && kind != 'l' && kind != 'u')
+            continue;
+        ++i;
+        double value = 0.0, misread = 0.0; // an integer is only passed over
+        std::memcpy(&misread, &tape[i], sizeof misread);
+        if (NextNumber(text, end, value).ec != std::errc()) { // beyond double, or too small for one
+            if (std::abs(misread) > 1.0)
+                return simdjson::NUMBER_ERROR;
+            value = std::copysign(0.0, misread);
+        }
+        if (kind == 'd')
+            std::memcpy(&tape[i], &value, sizeof value);
+    }
+    return simdjson::SUCCESS;
+}
+#endif
 
 } // namespace
 
@@ -91,7 +135,12 @@ bool DomReaderJson::FromString(Dom& dom, char const* text, std::string* error) {
         text += 3;
     simdjson::dom::parser parser;
     simdjson::dom::element root;
-    auto const failure = parser.parse(text, std::strlen(text)).get(root);
+    auto const length = std::strlen(text);
+    auto failure = parser.parse(text, length).get(root);
+#if defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
+    if (!failure)
+        failure = MendNumbers(parser.doc, text, length);
+#endif
     if (failure == simdjson::MEMALLOC)
         throw std::bad_alloc();
     dom = failure ? Dom() : Builder().Build(root);
