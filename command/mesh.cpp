@@ -106,7 +106,7 @@ Outcome Merge(MeshOptions const& options, Mat<4, double> const& transform, std::
     Outcome outcome;
     std::vector<ImportedMesh> meshes;
     try {
-        meshes = ImportMeshes(file, ReadInput(file), transform);
+        meshes = ImportMeshes(file, transform);
     } catch (std::runtime_error const& error) {
         outcome.Add(file + ": " + error.what(), 2);
     }

@@ -17,11 +17,23 @@ namespace {
 
 using SectrixTools::TriangleMesh;
 
-/// The formats that are meant where an ending has several.
-constexpr char const* kPreferred[] = {"glb2", "gltf2", "stlb", "plyb", "fbx"};
+/// The formats that are meant where an ending has several. Assimp's own reader refuses the binary FBX that it
+/// writes.
+constexpr char const* kPreferred[] = {"glb2", "gltf2", "stlb", "plyb", "fbxa"};
 
 bool IsPreferred(char const* id) {
     return std::find(std::begin(kPreferred), std::end(kPreferred), std::string(id)) != std::end(kPreferred);
+}
+
+/// True for an ending whose files have y upward, by rule or because Assimp writes so into their heads.
+bool IsYUpward(std::string const& ending) {
+    constexpr char const* kEndings[] = {"dae", "fbx", "glb", "gltf", "x3d"};
+    return std::find(std::begin(kEndings), std::end(kEndings), ending) != std::end(kEndings);
+}
+
+/// False for PBRT: Assimp's exporter of it reads memory that is not its own, and writes to another path.
+bool IsWritten(aiExportFormatDesc const& format) {
+    return std::string("pbrt") != format.fileExtension;
 }
 
 /// The format of an ending; null where there is none.
@@ -29,7 +41,7 @@ aiExportFormatDesc const* FindFormat(Assimp::Exporter const& exporter, std::stri
     aiExportFormatDesc const* found = nullptr;
     for (std::size_t i = 0; i < exporter.GetExportFormatCount(); ++i) {
         aiExportFormatDesc const* const format = exporter.GetExportFormatDescription(i);
-        if (ending == format->fileExtension && (!found || IsPreferred(format->id)))
+        if (IsWritten(*format) && ending == format->fileExtension && (!found || IsPreferred(format->id)))
             found = format;
     }
     return found;
@@ -78,6 +90,15 @@ std::unique_ptr<aiMesh> MeshOf(NamedMesh const& source) {
     return mesh;
 }
 
+/// A node of its own for a mesh, since some formats, such as 3MF, write no mesh of the root.
+void AddNode(aiNode& root, std::string const& name, unsigned mesh) {
+    auto node = std::make_unique<aiNode>(name);
+    node->mMeshes = new unsigned[1]{mesh};
+    node->mNumMeshes = 1;
+    aiNode* child = node.release();
+    root.addChildren(1, &child);
+}
+
 std::unique_ptr<aiScene> SceneOf(std::vector<NamedMesh> const& meshes, bool hasFlatNormals) {
     auto const count = static_cast<unsigned>(meshes.size());
     auto scene = std::make_unique<aiScene>();
@@ -88,14 +109,12 @@ std::unique_ptr<aiScene> SceneOf(std::vector<NamedMesh> const& meshes, bool hasF
     scene->mRootNode = new aiNode("sectrix");
     scene->mMeshes = new aiMesh*[count]();
     scene->mNumMeshes = count;
-    scene->mRootNode->mMeshes = new unsigned[count];
-    scene->mRootNode->mNumMeshes = count;
     for (unsigned i = 0; i < count; ++i) {
         auto const& [name, mesh] = meshes[i];
         scene->mMeshes[i] = MeshOf(hasFlatNormals ? NamedMesh{name, Apart(mesh)} : meshes[i]).release();
         if (hasFlatNormals)
             AddFlatNormals(*scene->mMeshes[i]);
-        scene->mRootNode->mMeshes[i] = i;
+        AddNode(*scene->mRootNode, name, i);
     }
     return scene;
 }
@@ -106,7 +125,8 @@ std::vector<std::string> ExportEndings() {
     Assimp::Exporter const exporter;
     std::set<std::string> endings;
     for (std::size_t i = 0; i < exporter.GetExportFormatCount(); ++i)
-        endings.insert(exporter.GetExportFormatDescription(i)->fileExtension);
+        if (auto const& format = *exporter.GetExportFormatDescription(i); IsWritten(format))
+            endings.insert(format.fileExtension);
     return {endings.begin(), endings.end()};
 }
 
@@ -121,10 +141,14 @@ void ExportMeshes(std::vector<NamedMesh> const& meshes, std::string const& path)
         throw std::runtime_error(path + ": no format that can be written has this ending");
     // STL has a normal for each triangle, and Assimp would take the mean of those around its corners.
     auto const scene = SceneOf(meshes, ending == "stl");
-    if (ending == "glb" || ending == "gltf") // y is upward there
-        scene->mRootNode->mTransformation = aiMatrix4x4(1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1);
-    if (exporter.Export(scene.get(), format->id, path) != AI_SUCCESS)
-        throw std::runtime_error(path + ": " + exporter.GetErrorString());
+    if (IsYUpward(ending)) // at the nodes of the meshes, since some exporters pass over that of the root
+        for (unsigned i = 0; i < scene->mRootNode->mNumChildren; ++i)
+            scene->mRootNode->mChildren[i]->mTransformation =
+                aiMatrix4x4(1, 0, 0, 0, 0, 0, 1, 0, 0, -1, 0, 0, 0, 0, 0, 1);
+    if (exporter.Export(scene.get(), format->id, path) == AI_SUCCESS)
+        return;
+    std::string const reason = exporter.GetErrorString(); // some exporters give none
+    throw std::runtime_error(path + (reason.empty() ? ": cannot be written" : ": " + reason));
 }
 
 } // namespace qel::SectrixCommand

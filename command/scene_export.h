@@ -20,8 +20,8 @@ struct NamedMesh {
 std::vector<std::string> ExportEndings();
 
 /// Writes meshes into one file, in the format that its ending names: of several with one ending the binary one, as
-/// for STL and glTF. Coordinates become single precision. z is upward, and turned to y where that is the format's
-/// rule, as in glTF.
+/// for STL and glTF, but for FBX. Coordinates become single precision. z is upward, and turned to y where that is
+/// the format's rule, as in glTF, Collada, FBX and X3D.
 ///
 /// \throws std::runtime_error with the path and the reason, as for an ending that nobody knows.
 void ExportMeshes(std::vector<NamedMesh> const& meshes, std::string const& path);

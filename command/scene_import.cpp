@@ -1,5 +1,7 @@
 #include "scene_import.h"
 
+#include "streams.h"
+
 #include "sectrix/foundation/text_conversion.h"
 
 #include <assimp/Importer.hpp>
@@ -31,14 +33,20 @@ std::vector<std::vector<Vec<3, double>>> OtherFaces(aiMesh const& source, Sectri
     return faces;
 }
 
+/// The importer keeps the scene; null where it is no model.
+aiScene const* ReadScene(Assimp::Importer& importer, std::string const& name) {
+    std::error_code error;
+    if (std::filesystem::is_regular_file(name, error)) // by its path, since glTF refers to files beside it
+        return importer.ReadFile(name, 0);
+    std::string const content = ReadInput(name);
+    return importer.ReadFileFromMemory(content.data(), content.size(), 0);
+}
+
 } // namespace
 
-std::vector<ImportedMesh> ImportMeshes(std::string const& name, std::string const& content,
-                                       Mat<4, double> const& transform) {
-    std::string ending = std::filesystem::path(name).extension().string();
-    ending.erase(0, 1);
+std::vector<ImportedMesh> ImportMeshes(std::string const& name, Mat<4, double> const& transform) {
     Assimp::Importer importer;
-    aiScene const* const scene = importer.ReadFileFromMemory(content.data(), content.size(), 0, ending.c_str());
+    aiScene const* const scene = ReadScene(importer, name);
     if (!scene)
         throw std::runtime_error(std::string("cannot be imported: ") + importer.GetErrorString());
     Sectrix::Matrix const matrix{transform.m_elements.data()};

@@ -20,10 +20,10 @@ struct ImportedMesh {
 
 /// The meshes of a model, each under the transform.
 ///
-/// \param name     tells the format by its ending.
-/// \param content  what is in the file.
-/// \throws std::runtime_error with the reason where it is no model.
-std::vector<ImportedMesh> ImportMeshes(std::string const& name, std::string const& content,
-                                       Mat<4, double> const& transform);
+/// The matrices of nodes are not applied: coordinates are those that stand in the file.
+///
+/// \param name  of the file, or "-" for standard input. Its ending tells the format; without one its beginning does.
+/// \throws std::runtime_error with the reason where it cannot be read or is no model.
+std::vector<ImportedMesh> ImportMeshes(std::string const& name, Mat<4, double> const& transform);
 
 } // namespace qel::SectrixCommand

@@ -186,8 +186,9 @@ void AddSolid(CLI::App& program, int& status) {
     verb->add_option("-o,--output", options->m_output, "Write the solids, in the format of its ending")
         ->type_name("FILE");
     verb->add_option("--draw", options->m_picture, "Draw the solids")->type_name("FILE.svg");
-    verb->footer("Of a section, x stays x and y becomes z; the structure begins along y.\nEndings of files: " +
-                 endings + ".\nIn glTF y is upward. Most formats have coordinates of seven digits.");
+    verb->footer(
+        "Of a section, x stays x and y becomes z; the structure begins along y.\nEndings of files: " + endings +
+        ".\nIn glTF, dae, fbx and x3d y is upward. Most formats have coordinates of seven digits.");
     verb->callback([options, &status] {
         RequireSense(*options);
         std::vector<Row> rows;
