@@ -33,6 +33,8 @@ build/threads/fuzz/sectrix_replay 4 all fuzz/corpus | tail -n 1
 
 echo "== same bytes"
 fuzz/same_bytes.sh
+for preset in release check; do build/$preset/fuzz/sectrix_replay 1 checks --random 3000 >build/checks-$preset; done
+cmp build/checks-release build/checks-check
 
 echo "== fuzzing"
 fuzz/run.sh 10

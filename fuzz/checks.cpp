@@ -395,7 +395,7 @@ void JudgeSetPlaces(Findings const& findings, CrossSections const& set, Dom cons
     }
 }
 
-std::string Text(Findings const& findings) {
+std::string FindingsText(Findings const& findings) {
     std::string text;
     for (auto const& finding : findings)
         text += std::to_string(finding.m_line) + ':' + std::to_string(finding.m_column) + ' ' + finding.m_message +
@@ -444,7 +444,7 @@ std::string RunChecks(std::string const& bytes) {
 
     auto const others = CheckExtrusion(text);
     JudgeText(others, text, JudgeExtrusion);
-    return Text(findings) + Text(others);
+    return FindingsText(findings) + FindingsText(others);
 }
 
 } // namespace fuzz

@@ -7,10 +7,11 @@ folder=build/same-bytes
 mkdir -p $folder
 fuzz/make_seeds.py tests/data $folder/seeds
 
-# One source of all sources compiles several times as fast as each on its own.
+# One source of all sources compiles several times as fast as each on its own. The tools are left out: test.sh compares
+# what two builds of these say.
 mapfile -t sources < <(find src/sectrix -name '*.cpp' | sort)
 for source in fuzz/*.cpp; do
-    case $source in fuzz/fuzzer_main.cpp | fuzz/time_test.cpp | fuzz/out_of_memory_test.cpp) ;; *) sources+=("$source") ;; esac
+    case $source in fuzz/fuzzer_main.cpp | fuzz/time_test.cpp | fuzz/out_of_memory_test.cpp | fuzz/checks.cpp) ;; *) sources+=("$source") ;; esac
 done
 printf '#include "../../%s"\n' "${sources[@]}" >$folder/all.cpp
 
