@@ -1,5 +1,6 @@
 #include "sectrix_tools/checks/detail/json_failure.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <iterator>
@@ -130,6 +131,8 @@ public:
 private:
     /// A container at this depth may be empty only.
     static constexpr std::size_t kDeepest = 1024;
+    /// The parser's words for what may follow the whole value.
+    static constexpr std::string_view kExpectsEnd = "; expected end of input";
 
     std::size_t Reached() const { return static_cast<std::size_t>(m_reached - m_text.data()); }
 
@@ -171,22 +174,53 @@ private:
                         place);
         }
         bool const isWord = Contains(reason, "invalid literal");
+        if (Contains(reason, "U+000A") || Contains(reason, "U+000D"))
+            return Fail("text-no-json", "no JSON: the line ends where a closing quote is expected", place);
         if (!isWord && Contains(reason, "invalid ")) // a string or a number
             return Fail("text-no-json", "no JSON: " + std::string(reason), place);
-        if (place == m_text.size())
-            return Fail("text-no-json", "no JSON: the text ends where " + Expected(context, words), place);
+        auto const expected = Expected(context, words);
+        if (place == m_text.size() && !Contains(words, kExpectsEnd))
+            return Fail("text-no-json", "no JSON: the text ends where " + expected + WhatIsOpen(expected, place),
+                        place);
+        auto end = place + 1;
         if (Contains(reason, "string literal"))
             place = StartOfString(m_text, place);
         else if (IsPartOfWord(m_text[place]) || (isWord && static_cast<unsigned char>(m_text[place]) < 0x80))
             place = StartOfWord(m_text, place);
-        return Fail("text-no-json", "no JSON: " + Expected(context, words), place);
+        return Fail("text-no-json",
+                    "no JSON: " + Found(place, end) + " stands where " + expected + WhatIsOpen(expected, place),
+                    place);
+    }
+
+    /// What begins at `place` and has its last byte before `end`, or further on where that is within a word. Others
+    /// than ASCII are not shown: some look like quotes or like nothing.
+    std::string Found(std::size_t place, std::size_t end) const {
+        std::string_view const text = m_text;
+        if (static_cast<unsigned char>(text[place]) >= 0x80)
+            return "a character outside of ASCII";
+        while (end < text.size() && IsPartOfWord(text[end - 1]) && IsPartOfWord(text[end]))
+            ++end;
+        auto const found = text.substr(place, end - place);
+        return found.size() <= 40 ? std::string(found) : "text";
+    }
+
+    /// Where the list or the object that should have ended begins, unless that is on the same line.
+    std::string WhatIsOpen(std::string_view expected, std::size_t place) const {
+        if (!Contains(expected, "a comma or"))
+            return {};
+        auto const at = [this](std::size_t offset) { return m_text.begin() + static_cast<std::ptrdiff_t>(offset); };
+        auto const start = m_open.back();
+        if (std::find(at(start), at(place), '\n') == at(place))
+            return {};
+        return std::string("; the ") + (m_text[start] == '[' ? "list" : "object") + " that begins on line " +
+               std::to_string(1 + std::count(m_text.begin(), at(start), '\n')) + " is open";
     }
 
     static std::string Expected(std::string_view context, std::string_view words) {
         auto const isParsing = [context](std::string_view what) {
             return context.substr(std::min(context.find("parsing ") + 8, context.size()), what.size()) == what;
         };
-        if (Contains(words, "; expected end of input"))
+        if (Contains(words, kExpectsEnd))
             return "the end of the text is expected";
         if (isParsing("object key"))
             return "a key in double quotes is expected";

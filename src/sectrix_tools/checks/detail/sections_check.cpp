@@ -33,7 +33,7 @@ void SectionsCheck::Check(Dom const& sections) {
         CheckSection(section);
         EndSection(firstFinding);
     });
-    if (sections.size() > 0)
+    if (sections.size() > 0 && !m_isLoopUnread)
         m_positions.ReportUnused();
 }
 
@@ -64,11 +64,11 @@ void SectionsCheck::CheckSection(Dom const& section) {
         return;
     }
     if (!section.isObject()) {
-        Drop("no-section", m_walk.Words(section) + " is no section; it is dropped");
+        DropUnread("no-section", m_walk.Words(section) + " is no section; it is dropped");
         return;
     }
     if (!section.has(JsonTag::kCSLoopsTag))
-        Drop("no-loops", "there are no \"loops\"; the section is dropped");
+        DropUnread("no-loops", "there are no \"loops\"; the section is dropped");
     std::array const keys{JsonTag::kCSAssemblyPartNameTag, JsonTag::kCSLoopsTag};
     m_walk.Members(section, keys, [&](std::size_t which, Dom const& value) {
         if (which == 1)
@@ -94,8 +94,8 @@ void SectionsCheck::EndSection(std::size_t firstFinding) {
 
 void SectionsCheck::CheckLoops(Dom const& loops) {
     if (!loops.isArray() || loops.size() == 0) {
-        Drop("no-loops",
-             m_walk.Words(loops) + " stands where the list of loops is expected; the section is dropped");
+        DropUnread("no-loops",
+                   m_walk.Words(loops) + " stands where the list of loops is expected; the section is dropped");
         return;
     }
     bool hasExterior = false;
@@ -108,6 +108,7 @@ void SectionsCheck::CheckLoops(Dom const& loops) {
 
 void SectionsCheck::CheckPair(Dom const& pair) {
     if (pair.size() < 2) {
+        m_isLoopUnread = true;
         m_walk.Report("no-loop",
                       m_walk.Words(pair) + " is no pair of a list of indices and a flag; it is left out");
         return;
@@ -132,8 +133,9 @@ void SectionsCheck::CheckPair(Dom const& pair) {
 
 void SectionsCheck::CheckLoop(Dom const& list, bool exterior) {
     if (!list.isArray()) {
-        Drop("loop-too-short",
-             m_walk.Words(list) + " is no list of indices, so the loop has no vertices; the section is dropped");
+        DropUnread("loop-too-short",
+                   m_walk.Words(list) +
+                       " is no list of indices, so the loop has no vertices; the section is dropped");
         return;
     }
     ++m_loopCount;
@@ -225,6 +227,11 @@ void SectionsCheck::AddLoopPlaces(LoopPlaces places, bool exterior) {
     if (!exterior)
         std::reverse(places.m_vertices.begin(), places.m_vertices.end());
     loops.insert(exterior ? loops.begin() : loops.end(), std::move(places));
+}
+
+void SectionsCheck::DropUnread(char const* code, std::string message) {
+    m_isLoopUnread = true;
+    Drop(code, std::move(message));
 }
 
 void SectionsCheck::Drop(char const* code, std::string message) {

@@ -45,6 +45,8 @@ private:
     void CheckRepeats(std::string const& list, bool exterior);
     void AddLoopPlaces(LoopPlaces places, bool exterior);
     void Drop(char const* code, std::string message);
+    /// The same where indices that may stand there are not seen.
+    void DropUnread(char const* code, std::string message);
 
     DocumentWalk& m_walk;
     PositionsCheck& m_positions;
@@ -54,6 +56,8 @@ private:
     /// How many sections are kept so far, and how many loops there were.
     int m_sectionCount = 0;
     int m_loopCount = 0;
+    /// True when something stands where a loop or a section should: what is used then cannot be told.
+    bool m_isLoopUnread = false;
     // Of the section that is being read.
     bool m_isDropped = false;
     int m_exteriorCount = 0;
