@@ -24,6 +24,6 @@ namespace qel::SectrixTools {
 /// The sets stay as they are and may be read by other threads meanwhile. Where most sections and holes stand in the
 /// same places in both sets this costs time in proportion to n log n, with n vertices; where many do not, the
 /// search for partners ends after a time with the code "search-stopped".
-SECTRIX_EXPORT Findings CheckBlend(Sectrix::CrossSections const& first, Sectrix::CrossSections const& second);
+SECTRIX_TOOLS_EXPORT Findings CheckBlend(Sectrix::CrossSections const& first, Sectrix::CrossSections const& second);
 
 } // namespace qel::SectrixTools

@@ -21,6 +21,6 @@ namespace qel::SectrixTools {
 /// \param text   a whole document.
 ///
 /// \param scale  the factor on the coordinates, such as 0.001 from millimetres to metres, as for `CrossSections`.
-SECTRIX_EXPORT Findings CheckText(std::string_view text, double scale);
+SECTRIX_TOOLS_EXPORT Findings CheckText(std::string_view text, double scale);
 
 } // namespace qel::SectrixTools
