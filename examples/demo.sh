@@ -25,8 +25,8 @@ run sections sectrix cut -o ../sections bad-elements.json
 run sections sectrix properties --unit in i-girders-inches.json box-beam-inches.json
 run blends sectrix blend --unit m --count 8 --draw ../blends haunched-box-pier.json haunched-box-midspan.json
 run blends sectrix blend haunched-box-pier.json haunched-box-one-cell.json
-for ending in glb stl; do
-    run solids sectrix solid --from haunched-box-pier.json --to haunched-box-midspan.json --length 57.5 --unit m \
+for ending in glb stl; do # from midspan, so that the picture shows the deep end
+    run solids sectrix solid --from haunched-box-midspan.json --to haunched-box-pier.json --length 57.5 --unit m \
         -o ../solids/haunched-box.$ending --draw ../solids/haunched-box.svg
 done
 run solids sectrix solid box-girder-three-cells.json --length 40 --radius 60 --superelevation 4 --unit m \
