@@ -42,7 +42,8 @@ Vec<3, double> ParseMove(std::string const& text) {
     for (std::size_t axis = 0; axis < 3; ++axis) {
         auto const [rest, error] = std::from_chars(at, end, move[axis]);
         bool const isBeforeComma = axis < 2 && rest != end && *rest == ',';
-        if (error != std::errc() || !(axis == 2 ? rest == end : isBeforeComma))
+        bool const isNumber = error == std::errc() && std::isfinite(move[axis]);
+        if (!isNumber || !(axis == 2 ? rest == end : isBeforeComma))
             throw CLI::ValidationError("--move", text + " is not three numbers with commas");
         at = rest + 1;
     }
@@ -175,6 +176,8 @@ void AddMesh(CLI::App& program, int& status) {
                  "left out, and the box.");
     verb->callback([options, &status] {
         RequireSense(options->m_files);
+        if (!std::isfinite(options->m_turn))
+            throw CLI::ValidationError("--turn", "the angle must be a finite number");
         status = MergeAll(*options);
     });
 }
