@@ -182,18 +182,20 @@ private:
         if (place == m_text.size() && !Contains(words, kExpectsEnd))
             return Fail("text-no-json", "no JSON: the text ends where " + expected + WhatIsOpen(expected, place),
                         place);
-        auto end = place + 1;
-        if (Contains(reason, "string literal"))
+        auto const last = place;
+        bool const isString = Contains(reason, "unexpected string literal");
+        if (isString)
             place = StartOfString(m_text, place);
         else if (IsPartOfWord(m_text[place]) || (isWord && static_cast<unsigned char>(m_text[place]) < 0x80))
             place = StartOfWord(m_text, place);
         return Fail("text-no-json",
-                    "no JSON: " + Found(place, end) + " stands where " + expected + WhatIsOpen(expected, place),
+                    "no JSON: " + Found(place, isString ? last + 1 : place + 1) + " stands where " + expected +
+                        WhatIsOpen(expected, place),
                     place);
     }
 
-    /// What begins at `place` and has its last byte before `end`, or further on where that is within a word. Others
-    /// than ASCII are not shown: some look like quotes or like nothing.
+    /// What begins at `place`: up to `end`, or to the end of the word. A character outside of ASCII is not shown:
+    /// some look like quotes or like nothing.
     std::string Found(std::size_t place, std::size_t end) const {
         std::string_view const text = m_text;
         if (static_cast<unsigned char>(text[place]) >= 0x80)
