@@ -16,7 +16,8 @@ namespace qel::SectrixTools {
 /// A finding on geometry has the pointer, line and column of its vertex in the text; without a vertex those of the
 /// list of its loop's vertices, without a loop those of its section. Sections, loops and vertices are counted as
 /// reading keeps them: interior loops run the other way round in the set, and what is dropped has no geometry. A
-/// warning is left out where the document is found fault with at the same element.
+/// warning is left out where the document is found fault with at the same element, and so is that positions are too
+/// few for a loop.
 ///
 /// \param text   a whole document.
 ///
