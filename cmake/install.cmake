@@ -44,7 +44,7 @@ list(REMOVE_ITEM libraries ORL_SectrixTools)
 install_libraries(ORL_Sectrix "" LIBRARIES ${libraries} DESCRIPTION "${PROJECT_DESCRIPTION}")
 if(ORL_SECTRIX_TOOLS)
     install_libraries(ORL_SectrixTools tools_ LIBRARIES ORL_SectrixTools REQUIRES "ORL_Sectrix = ${PROJECT_VERSION}"
-        DESCRIPTION "Checks of section documents and of the geometry of sections")
+        DESCRIPTION "Checks, properties, drawings and solids of sections")
 endif()
 
 if(ORL_SECTRIX_COMMAND)
