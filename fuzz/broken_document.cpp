@@ -75,9 +75,12 @@ private:
 
     void Number() {
         Value([&] {
+            // One after the other: compilers evaluate the parts of a sum in either order.
             char const* const forms[] = {"", ".0", ".5", "e1"};
-            m_text +=
-                (Below(4) == 0 ? "-" : "") + std::to_string(Below(30)) + forms[Below(8) % 4 * (Below(3) == 0)];
+            m_text += Below(4) == 0 ? "-" : "";
+            m_text += std::to_string(Below(30));
+            int const form = Below(3) == 0 ? Below(4) : 0;
+            m_text += forms[form];
         });
     }
 
