@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz
 
-[ $# -gt 0 ] || set -- $(ls fuzz/corpus)
+[ $# -gt 0 ] || set -- $(find fuzz/corpus -mindepth 1 -type d -printf '%f\n' | sort)
 mkdir -p build/fuzz-findings
 fuzz/make_seeds.py tests/data build/fuzz-seeds
 for target; do
