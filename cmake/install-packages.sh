@@ -1,9 +1,14 @@
 #!/usr/bin/env bash
-# Installs what debian-packages.txt lists and this machine lacks. Does nothing, and needs no network, when all is there.
+# Installs what debian-packages.txt lists and this machine lacks: install-packages.sh [SECTION...], where the packages
+# that stand before all sections are always meant. Does nothing, and needs no network, when all is there.
 set -euo pipefail
 list=$(dirname "$0")/debian-packages.txt
 missing=()
-for package in $(grep -v '^#' "$list"); do
+for package in $(awk -v sections=" base $* " '
+    BEGIN { section = "base" }
+    /^\[/ { section = substr($0, 2, length($0) - 2); next }
+    !/^#/ && index(sections, " " section " ")
+' "$list"); do
     [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" = installed ] || missing+=("$package")
 done
 [ ${#missing[@]} -gt 0 ] || exit 0

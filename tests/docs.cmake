@@ -47,8 +47,8 @@ function(test_page page)
         target_link_libraries(${name} PRIVATE ORL_Sectrix::ORL_SectrixTools)
     endif()
     add_test(NAME ${name}
-             COMMAND sh -c "\"$1\" >\"$2.printed\" && diff \"$2\" \"$2.printed\"" sh
-                     $<TARGET_FILE:${name}> ${CMAKE_CURRENT_BINARY_DIR}/${name}.txt)
+             COMMAND sh -c "text=$1 && shift && \"$@\" >\"$text.printed\" && diff \"$text\" \"$text.printed\"" sh
+                     ${CMAKE_CURRENT_BINARY_DIR}/${name}.txt ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
 endfunction()
 
 file(GLOB pages CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/docs/*.md)

@@ -1,0 +1,2 @@
+# Static libraries.
+options=(-DCMAKE_CXX_COMPILER=g++ -DBUILD_SHARED_LIBS=OFF)
