@@ -57,7 +57,7 @@ public:
     using Point = Vec<2, double>;
     using Box = BBox<2, double>;
 
-    explicit BoxHierarchy(std::pmr::memory_resource* memory)
+    explicit BoxHierarchy(Scratch& memory)
         : m_points(memory), m_slots(memory), m_lanes(memory), m_counts(memory), m_boxes(memory),
           m_boxLanes(memory) {}
 

@@ -33,9 +33,9 @@ void CrossSection::BuildConvexLoops() const {
     auto const count = m_convexLoops.size();
     auto const limit = static_cast<std::size_t>(m_positions->Count());
     Scratch scratch;
-    RingCutter cutter(scratch.Resource());
-    Scratch::List<Vertex> pieces(scratch.Resource()); // all pieces, one behind the other
-    Scratch::List<std::size_t> ends(scratch.Resource());
+    RingCutter cutter(scratch);
+    Scratch::List<Vertex> pieces(scratch); // all pieces, one behind the other
+    Scratch::List<std::size_t> ends(scratch);
     std::size_t const outlineSize = count > 0 ? m_convexLoops[0].m_vertices.size() : 0;
     pieces.reserve(3 * outlineSize); // each cut leaves a vertex less and doubles two
     ends.reserve(outlineSize);
@@ -73,12 +73,12 @@ bool CrossSection::BuildConvexLoop(std::uint64_t index) const {
         return true;
     auto const& vertices = m_convexLoops[index].m_vertices;
     Scratch scratch;
-    RingCutter cutter(scratch.Resource());
+    RingCutter cutter(scratch);
     cutter.Load(vertices, *m_positions);
     auto const chain = cutter.FindPiece();
     if (!chain)
         return true;
-    Scratch::List<Vertex> piece(scratch.Resource());
+    Scratch::List<Vertex> piece(scratch);
     cutter.CutOff(*chain, piece);
     AddConvexLoop().m_vertices.assign(piece.begin(), piece.end()); // which may move the loop at `index`
     cutter.CopyRest(m_convexLoops[index].m_vertices);

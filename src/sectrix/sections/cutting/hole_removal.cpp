@@ -32,7 +32,7 @@ std::size_t const kIndexThreshold = 40000;
 /// `limit`: by their least x, of equal ones the first in the list first.
 Scratch::List<std::size_t> OrderHoles(std::vector<Loop>& loops, CSPositions const& pool, std::size_t limit,
                                       Scratch& scratch) {
-    Scratch::List<std::pair<double, std::size_t>> heads(scratch.Resource());
+    Scratch::List<std::pair<double, std::size_t>> heads(scratch);
     heads.reserve(loops.size());
     for (std::size_t entry = 1; entry < loops.size(); ++entry) {
         int const place = loops[entry].LeftMostVertex();
@@ -46,7 +46,7 @@ Scratch::List<std::size_t> OrderHoles(std::vector<Loop>& loops, CSPositions cons
     }
     std::size_t const count = std::min(limit, heads.size());
     std::partial_sort(heads.begin(), heads.begin() + static_cast<std::ptrdiff_t>(count), heads.end());
-    Scratch::List<std::size_t> order(scratch.Resource());
+    Scratch::List<std::size_t> order(scratch);
     order.reserve(count);
     for (std::size_t i = 0; i < count; ++i)
         order.push_back(heads[i].second);
@@ -402,15 +402,15 @@ std::size_t CrossSection::MergeHoles(std::size_t limit) const {
     if (leftMost < 0)
         return 0;
     auto const& outline = m_convexLoops[0].m_vertices;
-    Scratch::List<Vec<2, double>> points(scratch.Resource());
+    Scratch::List<Vec<2, double>> points(scratch);
     if (!ReadPoints(outline, *m_positions, points))
         return 0;
 
-    Scratch::List<HoleMerger::Hole> holes(scratch.Resource());
+    Scratch::List<HoleMerger::Hole> holes(scratch);
     holes.reserve(order.size());
     for (auto const entry : order) {
         auto& loop = m_convexLoops[entry];
-        holes.push_back({entry, &loop.m_vertices, Scratch::List<Vec<2, double>>(scratch.Resource()),
+        holes.push_back({entry, &loop.m_vertices, Scratch::List<Vec<2, double>>(scratch),
                          static_cast<std::size_t>(loop.LeftMostVertex())});
         ReadPoints(loop.m_vertices, *m_positions, holes.back().m_points);
     }

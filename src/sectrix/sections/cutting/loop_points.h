@@ -15,14 +15,14 @@ namespace qel::Sectrix {
 /// is such a vertex.
 inline bool ReadPoints(std::vector<Vertex> const& vertices, CSPositions const& pool,
                        Scratch::List<Vec<2, double>>& points) {
-    points.clear();
-    points.reserve(vertices.size());
+    points.resize(vertices.size());
+    auto* point = points.data();
     bool isWhole = true;
     for (auto const& vertex : vertices) {
         bool found = false;
         // What is not found is the pool's invalid position, which a host may have written into.
         auto const& position = pool.GetPosition(static_cast<std::uint64_t>(vertex.Index()), found);
-        points.push_back(found ? position.Position() : Vec<2, double>{});
+        *point++ = found ? position.Position() : Vec<2, double>{};
         isWhole = isWhole && found;
     }
     return isWhole;

@@ -15,7 +15,7 @@ namespace qel::Sectrix {
 /// the next member is found in a few steps, however sparse the set is.
 class PlaceSet {
 public:
-    explicit PlaceSet(std::pmr::memory_resource* memory) : m_words(memory), m_filled(memory) {}
+    explicit PlaceSet(Scratch& memory) : m_words(memory), m_filled(memory) {}
 
     /// Empties the set and makes room for the places 0 to `count` - 1.
     void Reset(int count) {

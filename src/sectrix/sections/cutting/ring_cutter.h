@@ -38,7 +38,7 @@ public:
     };
 
     /// \param memory  for all that the ring needs; must outlive it.
-    explicit RingCutter(std::pmr::memory_resource* memory)
+    explicit RingCutter(Scratch& memory)
         : m_points(memory), m_ring(memory), m_reflex(memory), m_candidates(memory), m_watches(memory),
           m_shrinkers(memory), m_boxes(memory), m_corners(memory), m_triangle(memory), m_near(memory) {}
 

@@ -1,0 +1,16 @@
+#include "sectrix/sections/cutting/scratch.h"
+
+#include <algorithm>
+
+namespace qel::Sectrix {
+
+void Scratch::AddBlock(std::size_t least) {
+    std::size_t const size = std::max(least, 2 * m_lastSize);
+    auto* const memory = static_cast<std::byte*>(::operator new(sizeof(Block) + size));
+    m_blocks = ::new (static_cast<void*>(memory)) Block{m_blocks};
+    m_free = memory + sizeof(Block);
+    m_end = m_free + size;
+    m_lastSize = size;
+}
+
+} // namespace qel::Sectrix
