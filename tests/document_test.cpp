@@ -11,6 +11,7 @@
 #include <limits>
 #include <random>
 #include <set>
+#include <thread>
 
 using namespace qel;
 using namespace qel::Sectrix;
@@ -176,6 +177,28 @@ TEST(DomNode, BuildsAndMovesWithinItself) {
     EXPECT_TRUE(dom.toArray().isArray() && dom.size() == 0);
     dom.append() = HUGE_VAL; // JSON has no form for it
     EXPECT_EQ(DomWriterJson::ToString(dom), "[null]");
+}
+
+TEST(DomNode, OutlivesTheTreeThatItWasReadIn) {
+    std::string const branch = R"([{}, [1.5, [[]]], {"a": ["a text that is too long to stand within", null]}])";
+    std::string text;
+    for (int i = 0; i < 300; ++i)
+        text += (i > 0 ? ", \"" : "{\"") + std::to_string(i) + "\": {\"k\": " + branch + '}';
+    Dom tree, alone;
+    ASSERT_TRUE(DomReaderJson::FromString(tree, (text + '}').c_str(), nullptr));
+    ASSERT_TRUE(DomReaderJson::FromString(alone, branch.c_str(), nullptr));
+    std::vector<Dom> kept;
+    for (int i = 0; i < 300; i += 2)
+        kept.push_back(std::move(tree[std::to_string(i)]["k"]));
+    std::thread other([rest = std::move(tree)]() mutable { rest = Dom(); });
+    alone.append()["b"] = Dom(alone);
+    for (auto& node : kept) {
+        Dom const copy(node);
+        node.append()["b"] = copy; // the array was as large as its text
+        EXPECT_EQ(DomWriterJson::ToString(node), DomWriterJson::ToString(alone));
+        node = Dom();
+    }
+    other.join();
 }
 
 TEST(DomNode, TakesAnyIndexThatConvertsByItself) {

@@ -1,4 +1,4 @@
-#include "sectrix/interfaces/dom.h"
+#include "sectrix/interfaces/detail/dom_memory.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,14 +8,9 @@ namespace qel {
 
 namespace {
 
-Dom const& SharedFreshNode() noexcept {
-    static Dom const fresh;
-    return fresh;
-}
-
 /// The last member with this key, or the end: of equal keys the later one counts.
-template <class Members, class Key>
-auto FindLast(Members& members, Key const& key) {
+template <class Members>
+auto FindLast(Members& members, std::string_view key) {
     auto const found =
         std::find_if(members.rbegin(), members.rend(), [&key](auto const& member) { return member.first == key; });
     return found == members.rend() ? members.end() : std::prev(found.base());
@@ -23,117 +18,129 @@ auto FindLast(Members& members, Key const& key) {
 
 } // namespace
 
-Dom::Dom() noexcept = default;
-Dom::Dom(int value) noexcept : m_value(std::int64_t{value}) {}
-Dom::Dom(std::int64_t value) noexcept : m_value(value) {}
-Dom::Dom(double value) noexcept : m_value(value) {}
-Dom::Dom(bool value) noexcept : m_value(value) {}
-Dom::Dom(std::string const& value) : m_value(value) {}
-Dom::Dom(char const* value) : m_value(std::string(value ? value : "")) {}
+Dom::Dom(std::string const& value) : Dom() {
+    MakeString(value, nullptr);
+}
 
-Dom::Dom(Dom const& other) {
-    // The containers still to copy, instead of a recursion whose depth the document would choose. A target is sized
-    // before its children are listed, so the addresses of these stay good.
-    std::vector<std::pair<Dom const*, Dom*>> open{{&other, this}};
+Dom::Dom(char const* value) : Dom() {
+    MakeString(value ? value : "", nullptr);
+}
+
+Dom::Dom(Dom const& other) : Dom() {
+    // The containers still to copy, instead of a recursion whose depth the document would choose. There is room for
+    // all children before the first is made, so their addresses stay good.
+    std::vector<std::pair<Dom const*, Dom*>> open;
     auto const copy = [&open](Dom const& source, Dom& target) {
-        if (source.IsChildless())
-            target.m_value = source.m_value;
-        else
+        if (source.isString()) {
+            target.MakeString(source.Text(), nullptr);
+        } else if (source.HasBlock()) {
             open.emplace_back(&source, &target);
+        } else {
+            target.m_value = source.m_value;
+            target.m_kind = source.m_kind;
+        }
     };
+    copy(other, *this);
     while (!open.empty()) {
         auto const [source, target] = open.back();
         open.pop_back();
-        if (auto const* elements = std::get_if<Elements>(&source->m_value)) {
-            auto& copies = target->m_value.emplace<Elements>(elements->size());
-            for (std::size_t i = 0; i < copies.size(); ++i)
-                copy((*elements)[i], copies[i]);
-        } else if (auto const* members = std::get_if<Members>(&source->m_value)) {
-            auto& copies = target->m_value.emplace<Members>(members->size());
-            for (std::size_t i = 0; i < copies.size(); ++i) {
-                copies[i].first = (*members)[i].first;
-                copy((*members)[i].second, copies[i].second);
-            }
+        if (source->isArray()) {
+            auto& copies = target->MakeArray(source->size(), nullptr);
+            for (auto const& element : source->List())
+                copy(element, copies.Add());
         } else {
-            target->m_value = source->m_value;
+            auto& copies = target->MakeObject(nullptr);
+            copies.reserve(source->objects().size());
+            for (auto const& [key, value] : source->objects())
+                copy(value, copies.emplace_back(key, Dom()).second);
         }
     }
 }
-
-Dom::Dom(Dom&& other) noexcept : m_value(std::exchange(other.m_value, std::monostate{})) {}
 
 Dom& Dom::operator=(Dom const& other) {
     return *this = Dom(other);
 }
 
-Dom& Dom::operator=(Dom&& other) noexcept {
-    // The old content goes last: `other` may stand within it.
-    Dom taken(std::move(other));
-    m_value.swap(taken.m_value);
-    return *this;
+void Dom::MakeString(std::string_view text, Memory* memory) {
+    auto* const block = Memory::Make<Boxed<std::string>>(Kind::String, 0, memory);
+    m_value.m_block = block;
+    m_kind = Kind::String; // from here on the block is freed with the node
+    block->m_content = text;
 }
 
-Dom::~Dom() {
-    if (!IsShallow())
-        Dismantle();
+Dom::Elements& Dom::MakeArray(std::uint64_t capacity, Memory* memory) {
+    auto* const block = Memory::Make<Elements>(Kind::Array, capacity * sizeof(Dom), memory);
+    block->m_capacity = capacity;
+    m_value.m_block = block;
+    m_kind = Kind::Array;
+    return *block;
 }
 
-/// Empties the node down the tree with the way back stored in the slots of the children on that way, so that
-/// neither the stack nor the heap grows: `node` is the container being emptied, `parent` the one above it, and the
-/// last slot of each container above holds the container above that.
-void Dom::Dismantle() noexcept {
-    Dom node(std::move(*this));
-    Dom parent;
-    for (;;) {
-        Dom* child = node.LastChild();
-        if (child && child->IsShallow()) {
-            node.DropLastChild();
-        } else if (child) {
-            Dom next(std::move(*child));
-            *child = std::move(parent);
-            parent = std::move(node);
-            node = std::move(next);
-        } else if ((child = parent.LastChild())) {
-            Dom grandparent(std::move(*child));
-            node = std::move(parent);
-            node.DropLastChild();
-            parent = std::move(grandparent);
-        } else {
-            return;
-        }
+Dom::Members& Dom::MakeObject(Memory* memory) {
+    auto* const block = Memory::Make<Boxed<Members>>(Kind::Object, 0, memory);
+    m_value.m_block = block;
+    m_kind = Kind::Object;
+    return block->m_content;
+}
+
+/// Frees a block and all below it. The depth of the recursion is not the document's: what lies deeper waits in a
+/// list.
+class Dom::Ending {
+public:
+    explicit Ending(Block* block) noexcept : m_waiting(block) {
+        while (m_waiting)
+            Free(std::exchange(m_waiting, m_waiting->m_next), 0);
+        Memory::Drop(m_chunk, m_blocks);
     }
+
+private:
+    void Free(Block* block, int depth) noexcept {
+        if (block->m_kind == Kind::Array) {
+            for (auto& element : static_cast<Elements&>(*block))
+                FreeBelow(element, depth);
+        } else if (block->m_kind == Kind::Object) {
+            auto& members = static_cast<Boxed<Members>&>(*block).m_content;
+            for (auto& member : members)
+                FreeBelow(member.second, depth);
+            std::destroy_at(&members);
+        } else {
+            std::destroy_at(&static_cast<Boxed<std::string>&>(*block).m_content);
+        }
+        auto* const chunk = Memory::ChunkOf(block);
+        if (!chunk)
+            return ::operator delete(block);
+        if (chunk != m_chunk)
+            Memory::Drop(std::exchange(m_chunk, chunk), std::exchange(m_blocks, 0));
+        ++m_blocks;
+    }
+
+    void FreeBelow(Dom& child, int depth) noexcept {
+        int const greatestDepth = 16;
+        if (!child.HasBlock())
+            return;
+        auto* const block = child.m_value.m_block;
+        child.m_kind = Kind::Fresh;
+        if (depth < greatestDepth)
+            Free(block, depth + 1);
+        else
+            block->m_next = std::exchange(m_waiting, block);
+    }
+
+    Block* m_waiting;
+    /// The chunk that the last block stood in, as a rule that of the next one too, and how many of its blocks are
+    /// gone.
+    Memory::Chunk* m_chunk = nullptr;
+    std::uint32_t m_blocks = 0;
+};
+
+void Dom::Free() noexcept {
+    m_value.m_block->m_next = nullptr;
+    Ending(m_value.m_block);
 }
 
-bool Dom::IsShallow() const noexcept {
-    if (auto const* elements = std::get_if<Elements>(&m_value))
-        return std::all_of(elements->begin(), elements->end(),
-                           [](Dom const& child) { return child.IsChildless(); });
-    if (auto const* members = std::get_if<Members>(&m_value))
-        return std::all_of(members->begin(), members->end(),
-                           [](auto const& member) { return member.second.IsChildless(); });
-    return true;
-}
-
-bool Dom::IsChildless() const noexcept {
-    if (auto const* elements = std::get_if<Elements>(&m_value))
-        return elements->empty();
-    auto const* members = std::get_if<Members>(&m_value);
-    return !members || members->empty();
-}
-
-Dom* Dom::LastChild() noexcept {
-    if (auto* elements = std::get_if<Elements>(&m_value))
-        return elements->empty() ? nullptr : &elements->back();
-    if (auto* members = std::get_if<Members>(&m_value))
-        return members->empty() ? nullptr : &members->back().second;
-    return nullptr;
-}
-
-void Dom::DropLastChild() noexcept {
-    if (auto* elements = std::get_if<Elements>(&m_value))
-        elements->pop_back();
-    else if (auto* members = std::get_if<Members>(&m_value))
-        members->pop_back();
+Dom const& Dom::Missing() noexcept {
+    static Dom const fresh;
+    return fresh;
 }
 
 bool Dom::has(char const* key) const noexcept {
@@ -144,59 +151,37 @@ bool Dom::has(char const* key) const noexcept {
 Dom const& Dom::operator[](char const* key) const noexcept {
     auto const& members = objects();
     auto const found = FindLast(members, key);
-    return found == members.end() ? SharedFreshNode() : found->second;
+    return found == members.end() ? Missing() : found->second;
 }
 
-Dom const& Dom::At(std::uint64_t index) const noexcept {
-    return index < size() ? std::get<Elements>(m_value)[index] : SharedFreshNode();
-}
-
-std::uint64_t Dom::size() const noexcept {
-    auto const* elements = std::get_if<Elements>(&m_value);
-    return elements ? elements->size() : 0;
-}
-
-bool Dom::asBool(bool fallback) const noexcept {
-    auto const* value = std::get_if<bool>(&m_value);
-    return value ? *value : fallback;
-}
-
-std::int64_t Dom::asInt(std::int64_t fallback) const noexcept {
-    if (auto const* value = std::get_if<std::int64_t>(&m_value))
-        return *value;
-    auto const* value = std::get_if<double>(&m_value);
-    if (!value || std::isnan(*value))
+std::int64_t Dom::Truncated(std::int64_t fallback) const noexcept {
+    if (!isDouble() || std::isnan(m_value.m_double))
         return fallback;
     double const limit = 9223372036854775808.0; // 2 to the power of 63
-    if (*value >= limit)
+    if (m_value.m_double >= limit)
         return std::numeric_limits<std::int64_t>::max();
-    if (*value < -limit)
+    if (m_value.m_double < -limit)
         return std::numeric_limits<std::int64_t>::min();
-    return static_cast<std::int64_t>(*value);
+    return static_cast<std::int64_t>(m_value.m_double);
 }
 
-double Dom::asDouble(double fallback) const noexcept {
-    if (auto const* value = std::get_if<double>(&m_value))
-        return *value;
-    auto const* value = std::get_if<std::int64_t>(&m_value);
-    return value ? static_cast<double>(*value) : fallback;
+std::string const& Dom::Text() const noexcept {
+    return static_cast<Boxed<std::string> const&>(*m_value.m_block).m_content;
 }
 
 std::string Dom::asString(std::string const& fallback) const {
-    auto const* value = std::get_if<std::string>(&m_value);
-    return value ? *value : fallback;
+    return isString() ? Text() : fallback;
 }
 
 Dom::Members const& Dom::objects() const noexcept {
     static Members const none;
-    auto const* members = std::get_if<Members>(&m_value);
-    return members ? *members : none;
+    return isObject() && HasBlock() ? static_cast<Boxed<Members> const&>(*m_value.m_block).m_content : none;
 }
 
 Dom& Dom::operator[](std::string const& key) {
     if (!isObject())
         toObject();
-    auto& members = std::get<Members>(m_value);
+    auto& members = HasBlock() ? static_cast<Boxed<Members>&>(*m_value.m_block).m_content : MakeObject(nullptr);
     auto const found = FindLast(members, key);
     return found == members.end() ? members.emplace_back(key, Dom()).second : found->second;
 }
@@ -208,18 +193,26 @@ Dom& Dom::operator[](char const* key) {
 Dom& Dom::append() {
     if (!isArray())
         toArray();
-    return std::get<Elements>(m_value).emplace_back();
+    auto const count = size();
+    if (!HasBlock() || count == List().m_capacity) {
+        Dom larger;
+        larger.MakeArray(std::max<std::uint64_t>(2 * count, 1), nullptr);
+        for (std::uint64_t i = 0; i < count; ++i)
+            larger.List().Add() = std::move(List().begin()[i]);
+        *this = std::move(larger);
+    }
+    return List().Add();
 }
 
 Dom& Dom::toArray() noexcept {
     Dom array;
-    array.m_value.emplace<Elements>();
+    array.m_kind = Kind::Array;
     return *this = std::move(array);
 }
 
 Dom& Dom::toObject() noexcept {
     Dom object;
-    object.m_value.emplace<Members>();
+    object.m_kind = Kind::Object;
     return *this = std::move(object);
 }
 

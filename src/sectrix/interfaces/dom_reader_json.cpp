@@ -1,4 +1,5 @@
 #include "sectrix/interfaces/dom_reader_json.h"
+#include "sectrix/interfaces/detail/dom_memory.h"
 
 #include <charconv>
 #include <cmath>
@@ -66,67 +67,75 @@ simdjson::error_code MendNumbers(simdjson::dom::document& document, char const* 
 
 } // namespace
 
-/// Turns the parser's tree into one of ours, with a list of what is still open instead of a recursion.
+/// Turns the parser's tree into one of ours.
 struct DomReaderJson::Builder {
-    /// The containers whose children are still to be made, and the nodes that these belong to. A node is sized
-    /// before its children are listed here, so their addresses stay good.
+    Dom::Memory m_memory;
+    /// The containers, some levels deep, whose children are still to be made, and the nodes that these belong to.
+    /// So the recursion is of a depth that no document chooses. A node has room for all its children before the
+    /// first is made, so their addresses stay good.
     std::vector<std::pair<simdjson::dom::element, Dom*>> m_open;
 
     Dom Build(simdjson::dom::element const& source) {
         Dom root;
-        Begin(source, root);
+        Fill(source, root, 0);
         while (!m_open.empty()) {
             auto const [container, target] = m_open.back();
             m_open.pop_back();
-            if (container.is_array())
-                FillArray(container.get_array().value_unsafe(), *target);
-            else
-                FillObject(container.get_object().value_unsafe(), *target);
+            Fill(container, *target, 0);
         }
         return root;
     }
 
-    /// Makes a leaf of a fresh node, or lists a container.
-    void Begin(simdjson::dom::element const& source, Dom& target) {
+    /// Makes what `source` is of a fresh node.
+    void Fill(simdjson::dom::element const& source, Dom& target, int depth) {
+        int const greatestDepth = 16;
         switch (source.type()) {
         case simdjson::dom::element_type::ARRAY:
         case simdjson::dom::element_type::OBJECT:
-            m_open.emplace_back(source, &target);
+            if (depth == greatestDepth)
+                m_open.emplace_back(source, &target);
+            else if (source.is_array())
+                FillArray(source.get_array().value_unsafe(), target.toArray(), depth + 1);
+            else
+                FillObject(source.get_object().value_unsafe(), target.toObject(), depth + 1);
             break;
         case simdjson::dom::element_type::BOOL:
-            target.m_value = source.get_bool().value_unsafe();
+            target = source.get_bool().value_unsafe();
             break;
         case simdjson::dom::element_type::INT64:
-            target.m_value = source.get_int64().value_unsafe();
+            target = source.get_int64().value_unsafe();
             break;
         case simdjson::dom::element_type::UINT64:
-            target.m_value = static_cast<double>(source.get_uint64().value_unsafe());
+            target = static_cast<double>(source.get_uint64().value_unsafe());
             break;
         case simdjson::dom::element_type::DOUBLE:
-            target.m_value = source.get_double().value_unsafe();
+            target = source.get_double().value_unsafe();
             break;
         case simdjson::dom::element_type::STRING:
-            target.m_value.emplace<std::string>(source.get_string().value_unsafe());
+            target.MakeString(source.get_string().value_unsafe(), &m_memory);
             break;
         case simdjson::dom::element_type::NULL_VALUE:
             break;
         }
     }
 
-    void FillArray(simdjson::dom::array const& source, Dom& target) {
+    void FillArray(simdjson::dom::array const& source, Dom& target, int depth) {
         auto const count = Count(source);
-        auto child = target.m_value.emplace<Dom::Elements>(count).begin();
+        if (count == 0)
+            return;
+        auto& elements = target.MakeArray(count, &m_memory);
         for (auto const element : source)
-            Begin(element, *child++);
+            Fill(element, elements.Add(), depth);
     }
 
-    void FillObject(simdjson::dom::object const& source, Dom& target) {
+    void FillObject(simdjson::dom::object const& source, Dom& target, int depth) {
         auto const count = Count(source);
-        auto child = target.m_value.emplace<Dom::Members>(count).begin();
-        for (auto const field : source) {
-            child->first = field.key;
-            Begin(field.value, (child++)->second);
-        }
+        if (count == 0)
+            return;
+        auto& members = target.MakeObject(&m_memory);
+        members.reserve(count);
+        for (auto const field : source)
+            Fill(field.value, members.emplace_back(field.key, Dom()).second, depth);
     }
 };
 

@@ -1,6 +1,7 @@
 # The libraries that a host may supply instead, as targets of the same names.
 find_package(simdjson REQUIRED)
 sectrix_library(ORL_Json
+    interfaces/detail/dom_memory.cpp
     interfaces/dom.cpp
     interfaces/dom_reader_json.cpp
     interfaces/dom_writer_json.cpp

@@ -164,11 +164,13 @@ public:
 
 private:
     // Where the members stand that are not in cross_sections.cpp:
-    //   From, To                                section_document.cpp
+    //   From, To, ReadPositions                 section_document.cpp
     //   IsCompatible, GetCompatibleSection      blending/set_pairing.cpp
     //   the blending constructor and its steps  blending/interpolation.cpp
     //   Dump                                    dump.cpp
 
+    /// Appends the positions that the elements of `nodes` are.
+    void ReadPositions(Dom const& nodes);
     /// Multiplies all positions by `factor` and renews the box; a factor of exactly 1.0 does nothing.
     void ConvertPositions(double factor);
     /// Makes `m_bbox` the box of the pool.

@@ -40,10 +40,15 @@ int CSPositions::AddPosition(Vec<2, double> const& position) {
 }
 
 int CSPositions::AddPosition(std::string const& name, Vec<2, double> const& position) {
+    auto named = m_nameIndex.end();
+    return AddPosition(name, position, named);
+}
+
+int CSPositions::AddPosition(std::string const& name, Vec<2, double> const& position, NameIndex::iterator& named) {
     m_positions.emplace_back(name, position);
     auto const& added = m_positions.back().Name(); // `name` may have stood in the list, which may have moved
     if (!added.empty())
-        m_nameIndex.insert_or_assign(added, m_positions.size() - 1);
+        named = m_nameIndex.insert_or_assign(named, added, m_positions.size() - 1);
     return Count() - 1;
 }
 

@@ -141,6 +141,11 @@ private:
         return place < m_positions.size() ? &m_positions[place] : nullptr;
     }
 
+    using NameIndex = std::map<std::string, std::uint64_t>;
+
+    /// Adds a position. \param named  the entry of a name added before, as a rule the last, or the end. Becomes
+    /// that of `name`, unless it is empty. Names that follow each other in order then need no search.
+    int AddPosition(std::string const& name, Vec<2, double> const& position, NameIndex::iterator& named);
     /// Appends every position of `other`, another pool, in order and under its name.
     void Append(CSPositions const& other);
     /// True when the name index is what adding the positions one by one would give: every named position is in it,
@@ -157,7 +162,7 @@ private:
     std::vector<CSPosition> m_positions;
     /// From a name, never empty, to the index that the position added last under it was given. After a removal an
     /// entry may point past the end of the list, so a look-up tests it.
-    std::map<std::string, std::uint64_t> m_nameIndex;
+    NameIndex m_nameIndex;
 };
 
 } // namespace qel::Sectrix

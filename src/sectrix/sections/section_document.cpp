@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <istream>
+#include <memory>
 
 namespace qel::Sectrix {
 
@@ -14,20 +15,17 @@ namespace {
 constexpr std::uint64_t kFirst = 0;
 constexpr std::uint64_t kSecond = 1;
 
-/// Adds a position, x and then y, if that is what the node is. What is no number is 0.
-void ReadPosition(Dom const& node, std::string const& name, CSPositions& pool) {
-    if (node.isArray() && node.size() >= 2)
-        pool.AddPosition(name, {node[kFirst].asDouble(0.0), node[kSecond].asDouble(0.0)});
-}
-
-/// What the stream gives of `length` bytes.
-std::string ReadText(std::istream& stream, std::streamoff length) {
-    std::string text;
+/// What the stream gives of `length` bytes, with a zero byte behind.
+std::unique_ptr<char[]> ReadText(std::istream& stream, std::streamoff length) {
+    std::unique_ptr<char[]> text;
+    std::streamoff count = 0;
     auto const readUpTo = [&](std::streamoff end) {
-        auto const begin = text.size();
-        text.resize(static_cast<std::size_t>(end));
-        stream.read(text.data() + begin, end - static_cast<std::streamoff>(begin));
-        text.resize(begin + static_cast<std::size_t>(stream.gcount()));
+        std::unique_ptr<char[]> longer(new char[static_cast<std::size_t>(end) + 1]); // without filling it first
+        std::copy_n(text.get(), count, longer.get());
+        stream.read(longer.get() + count, end - count);
+        count += stream.gcount();
+        longer[static_cast<std::size_t>(count)] = '\0';
+        text = std::move(longer);
     };
     // A folder that has been opened as a file reports the greatest length there is. So room for all of a long text
     // is made only once the stream has given a piece.
@@ -36,17 +34,6 @@ std::string ReadText(std::istream& stream, std::streamoff length) {
     if (stream && length > piece)
         readUpTo(length);
     return text;
-}
-
-void ReadPositions(Dom const& nodes, CSPositions& pool) {
-    for (std::uint64_t i = 0; i < nodes.size(); ++i) {
-        auto const& node = nodes[i];
-        std::string name;
-        if (node.has(JsonTag::kCSCoordNameTag))
-            name = node[JsonTag::kCSCoordNameTag].asString({}).c_str(); // ends at its first zero byte
-        bool const isObject = node.has(JsonTag::kCSCoordinatesTag);
-        ReadPosition(isObject ? node[JsonTag::kCSCoordinatesTag] : node, name, pool);
-    }
 }
 
 void ReadSections(Dom const& nodes, CSPositions& pool, std::vector<CrossSection>& sections) {
@@ -69,14 +56,14 @@ void CrossSections::From(std::istream& stream) {
     if (length <= 0)
         return;
     Dom document;
-    DomReaderJson::FromString(document, ReadText(stream, length).c_str(), nullptr);
+    DomReaderJson::FromString(document, ReadText(stream, length).get(), nullptr);
     From(document);
 }
 
 void CrossSections::From(Dom const& dom) {
     auto const& outlines = dom[dom.has(JsonTag::kOutlinesTag) ? JsonTag::kOutlinesTag : JsonTag::kOutlinesLCTag];
     if (outlines.size() > 0)
-        ReadPositions(outlines[kFirst], m_positions);
+        ReadPositions(outlines[kFirst]);
     if (outlines.size() == 1)
         m_items.emplace_back(m_positions, true);
     else if (outlines.size() > 1)
@@ -87,6 +74,26 @@ void CrossSections::From(Dom const& dom) {
     if (dom.has(JsonTag::kParamsTag) && dom[JsonTag::kParamsTag].isObject())
         for (auto const& [name, value] : dom[JsonTag::kParamsTag].objects())
             m_parameters[name] = value.asDouble(0.0);
+}
+
+void CrossSections::ReadPositions(Dom const& nodes) {
+    std::size_t count = 0;
+    for (std::uint64_t i = 0; i < nodes.size(); ++i)
+        count += nodes[i].size() >= 2 || nodes[i].isObject();
+    ReserveMore(m_positions.m_positions, count);
+    auto named = m_positions.m_nameIndex.end();
+    for (std::uint64_t i = 0; i < nodes.size(); ++i) {
+        auto const& node = nodes[i];
+        auto const& point = node.has(JsonTag::kCSCoordinatesTag) ? node[JsonTag::kCSCoordinatesTag] : node;
+        if (!point.isArray() || point.size() < 2)
+            continue;
+        // What is no number is 0.
+        Vec<2, double> const position{point[kFirst].asDouble(0.0), point[kSecond].asDouble(0.0)};
+        if (node.has(JsonTag::kCSCoordNameTag)) // a name ends at its first zero byte
+            m_positions.AddPosition(node[JsonTag::kCSCoordNameTag].asString({}).c_str(), position, named);
+        else
+            m_positions.AddPosition(position);
+    }
 }
 
 bool CrossSection::From(Dom const& dom) {
@@ -111,23 +118,26 @@ bool CrossSection::From(Dom const& dom) {
 }
 
 bool Loop::From(Dom const& dom, bool exterior) {
-    std::vector<Vertex> read;
-    read.reserve(dom.size());
+    auto const before = static_cast<std::ptrdiff_t>(m_vertices.size());
+    ReserveMore(m_vertices, dom.size());
     for (std::uint64_t i = 0; i < dom.size(); ++i) {
         auto const index = static_cast<int>(static_cast<std::uint32_t>(dom[i].asInt(0))); // the low 32 bits
         if (m_positions->Find(index))
-            read.emplace_back(index, true);
+            m_vertices.emplace_back(index, true);
     }
-    if (!exterior)
-        std::reverse(read.begin(), read.end());
-    m_vertices.insert(exterior ? m_vertices.end() : m_vertices.begin(), read.begin(), read.end());
+    auto const read = m_vertices.begin() + before;
+    bool const hasRead = read != m_vertices.end();
+    if (!exterior) {
+        std::reverse(read, m_vertices.end());
+        std::rotate(m_vertices.begin(), read, m_vertices.end());
+    }
 
     if (m_vertices.empty())
         return false;
     bool const isClosed = m_vertices.front().Index() == m_vertices.back().Index();
     if (isClosed)
         m_vertices.pop_back();
-    if (isClosed || !read.empty())
+    if (isClosed || hasRead)
         Touch();
     return m_vertices.size() > 2;
 }
