@@ -5,9 +5,9 @@
 #include "target.h"
 
 #include <array>
+#include <cstdio>
 #include <fstream>
 #include <sqlite3.h>
-#include <unistd.h>
 #include <vector>
 
 using namespace qel::Sectrix;
@@ -108,7 +108,7 @@ std::string RunDatabase(std::string const& bytes) {
         add(StoreAll(writable));
         add(PullAll(writable));
     }
-    unlink(path.c_str());
+    std::remove(path.c_str());
     return text;
 }
 

@@ -5,7 +5,9 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <unistd.h>
+#include <random>
+#include <sstream>
+#include <thread>
 
 namespace fuzz {
 
@@ -19,12 +21,15 @@ void Require(bool isTrue, char const* what) {
 std::string OwnFile() {
     std::filesystem::path const shared = "/dev/shm";
     auto const folder = std::filesystem::exists(shared) ? shared : std::filesystem::temp_directory_path();
-    return folder / ("sectrix_fuzz." + std::to_string(getpid()) + '.' + std::to_string(gettid()));
+    static auto const run = std::random_device()();
+    std::ostringstream name;
+    name << "sectrix_fuzz." << run << '.' << std::this_thread::get_id();
+    return (folder / name.str()).string();
 }
 
 void Input::ReadScale() {
     int const byte = Byte();
-    m_scale = (byte & 0x80) ? std::pow(2.0, 2 * (byte & 0x1F) - 32) : 1.0;
+    m_scale = (byte & 0x80) ? std::ldexp(1.0, 2 * (byte & 0x1F) - 32) : 1.0;
     m_shift = (byte & 0x40) ? 1000.0 * m_scale : 0.0;
 }
 

@@ -3,9 +3,9 @@
 #include "support/result.h"
 #include "target.h"
 
+#include <cstdio>
 #include <fstream>
 #include <sstream>
-#include <unistd.h>
 
 using namespace qel;
 using namespace qel::Sectrix;
@@ -21,7 +21,7 @@ std::string DumpText(CrossSections const& set) {
     out.close();
     std::ifstream in(path);
     std::string text(std::istreambuf_iterator<char>(in), {});
-    unlink(path.c_str());
+    std::remove(path.c_str());
     Require(text.compare(0, 16, "-CrossSections:\n") == 0, "a dump");
     return text;
 }

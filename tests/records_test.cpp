@@ -24,7 +24,8 @@ namespace {
 struct Host {
     explicit Host(std::string const& path) {
         EXPECT_EQ(sqlite3_open(path.c_str(), &m_connection), SQLITE_OK);
-        Run("PRAGMA synchronous = OFF"); // these files need not outlast a power cut
+        sqlite3_busy_timeout(m_connection, 2000); // on Windows readers wait for each other while they begin
+        Run("PRAGMA synchronous = OFF");          // these files need not outlast a power cut
     }
     ~Host() { EXPECT_EQ(sqlite3_close(m_connection), SQLITE_OK); }
 
@@ -52,7 +53,10 @@ std::wstring Text(sqlite3_stmt* row, int place) {
 
 class Records : public testing::Test {
 protected:
-    Records() { std::filesystem::create_directory(m_folder); }
+    Records() {
+        std::filesystem::remove_all(m_folder); // of a process of this number that crashed
+        std::filesystem::create_directory(m_folder);
+    }
     ~Records() override { std::filesystem::remove_all(m_folder); }
 
     std::string Path(std::string const& name) const { return (m_folder / name).string(); }
