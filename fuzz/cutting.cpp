@@ -3,6 +3,7 @@
 #include "target.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 using namespace qel::Sectrix;
 
@@ -74,13 +75,18 @@ shapes::Shape SubnormalHoles() {
     return shape;
 }
 
+/// As the reading of numbers rounds it, which is alike on all systems.
+double PowerOfTen(int exponent) {
+    return std::strtod(("1e" + std::to_string(exponent)).c_str(), nullptr);
+}
+
 /// Scales and shifts a shape, at times to where doubles are farther apart than 1, or in x to the least there are,
 /// and at times puts numbers into it that are no points.
 void Distort(shapes::Random& random, shapes::Shape& shape) {
-    double const scale = shapes::Below(random, 8) ? std::pow(10.0, shapes::Below(random, 15) - 7) : 1e15;
+    double const scale = shapes::Below(random, 8) ? PowerOfTen(shapes::Below(random, 15) - 7) : 1e15;
     double const shift = shapes::Below(random, 3) * 1000.0 * scale;
     bool const isLow = shapes::Below(random, 16) == 0;
-    double const width = isLow ? std::pow(10.0, -305 - shapes::Below(random, 19)) : scale;
+    double const width = isLow ? PowerOfTen(-305 - shapes::Below(random, 19)) : scale;
     for (auto& point : shape.points)
         point = {point.x * width + (isLow ? 0.0 : shift), point.y * scale - shift};
     double const oddities[] = {INFINITY, -INFINITY, NAN, 1e308, -1e308, 1e200, 5e-324};

@@ -78,7 +78,8 @@ std::string RunText(std::string const& bytes) {
     auto const wide = WideElements(bytes);
     auto const wideBytes = ToUtf8(wide);
     Require(wideBytes == PlainBytes(wide.c_str()), "bytes of any elements");
-    return narrow + '\n' + wideBytes;
+    // An element beyond those of text whose low bits are zeros ends the text where `wchar_t` has 16 bits.
+    return narrow + '\n' + wideBytes.c_str();
 }
 
 } // namespace fuzz

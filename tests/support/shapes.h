@@ -47,13 +47,27 @@ inline int Below(Random& random, int bound) {
     return static_cast<int>(random() % static_cast<unsigned>(bound));
 }
 
+/// The point of a circle around the origin. By sums and products alone: the sines of two systems differ in their
+/// last bit.
+inline Point OnCircle(double angle, double radius) {
+    double const quarters = std::round(angle / (kFullTurn / 4)), rest = angle - quarters * (kFullTurn / 4);
+    Point point = {radius, 0}, term = point;
+    for (int i = 1; i < 20; ++i) { // the power series, whose terms turn by a quarter from one to the next
+        term = {0.0 - term.y * rest / i, term.x * rest / i};
+        point = {point.x + term.x, point.y + term.y};
+    }
+    for (auto turns = static_cast<long long>(quarters) & 3; turns > 0; --turns)
+        point = {0.0 - point.y, point.x};
+    return point;
+}
+
 inline std::vector<Point> Star(Random& random, std::size_t corners, double x, double y, double inner,
                                double outer) {
     std::vector<Point> star;
     for (std::size_t i = 0; i < corners; ++i) {
         double const angle = kFullTurn * static_cast<double>(i) / static_cast<double>(corners);
-        double const radius = Uniform(random, inner, outer);
-        star.push_back({x + radius * std::cos(angle), y + radius * std::sin(angle)});
+        auto const corner = OnCircle(angle, Uniform(random, inner, outer));
+        star.push_back({x + corner.x, y + corner.y});
     }
     return star;
 }
@@ -95,7 +109,7 @@ inline Shape Spiral(std::size_t steps) {
     auto const at = [](std::size_t i, double offset) {
         double const angle = 0.5 * static_cast<double>(i);
         double const radius = 10.0 + (static_cast<double>(i) + offset) * 40.0 / 12.6;
-        return Point{radius * std::cos(angle), radius * std::sin(angle)};
+        return OnCircle(angle, radius);
     };
     for (std::size_t i = 0; i < steps; ++i)
         band.push_back(at(i, 8.0));
@@ -155,9 +169,11 @@ inline Shape Coast(Random& random, std::size_t corners, std::size_t islands) {
             // A rough radius that wanders, and returns to where it began.
             double const t = static_cast<double>(i) / static_cast<double>(count);
             height += Uniform(random, -1.0, 1.0) / std::sqrt(static_cast<double>(count));
-            double const wander = height * (1 - t) + 0.2 * std::sin(25.0 * t * kFullTurn);
-            double const r = radius * (1.0 + 0.25 * std::tanh(wander));
-            line.push_back({x + r * std::cos(kFullTurn * t), y + r * std::sin(kFullTurn * t)});
+            double const wander = height * (1 - t) + OnCircle(25.0 * t * kFullTurn, 0.2).y;
+            double const w = wander * wander; // a hyperbolic tangent, by its continued fraction
+            double const bend = wander * (10395 + w * (1260 + w * 21)) / (10395 + w * (4725 + w * (210 + w)));
+            auto const corner = OnCircle(kFullTurn * t, radius * (1.0 + 0.25 * bend));
+            line.push_back({x + corner.x, y + corner.y});
         }
         return line;
     };
@@ -197,7 +213,7 @@ inline Shape Hilbert(int order) {
     for (std::size_t i = 0; i < count; ++i) {
         auto const& p = path[i > 0 ? i - 1 : 0];
         auto const& q = path[i + 1 < count ? i + 1 : i];
-        double const dx = q.x - p.x, dy = q.y - p.y, length = std::hypot(dx, dy);
+        double const dx = q.x - p.x, dy = q.y - p.y, length = std::sqrt(dx * dx + dy * dy);
         right.push_back({path[i].x + 0.3 * dy / length, path[i].y - 0.3 * dx / length});
         left.push_back({path[i].x - 0.3 * dy / length, path[i].y + 0.3 * dx / length});
     }
@@ -228,7 +244,7 @@ inline Shape NotchedCircle(std::size_t corners) {
     for (std::size_t i = 0; i < corners; ++i) {
         double const angle = kFullTurn * static_cast<double>(i) / static_cast<double>(corners);
         double const radius = i == corners / 3 ? 500 : 1000;
-        circle.push_back({radius * std::cos(angle), radius * std::sin(angle)});
+        circle.push_back(OnCircle(angle, radius));
     }
     shape.AddLoop(circle);
     return shape;
@@ -239,7 +255,7 @@ inline Shape CircleWithHoles(Random& random, std::size_t corners, std::size_t ho
     auto shape = StarWithHoles(random, corners, holes);
     for (std::size_t i = 0; i < corners; ++i) {
         double const angle = kFullTurn * static_cast<double>(i) / static_cast<double>(corners);
-        shape.points[i] = {200 * std::cos(angle), 200 * std::sin(angle)};
+        shape.points[i] = OnCircle(angle, 200);
     }
     return shape;
 }
