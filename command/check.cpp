@@ -43,7 +43,7 @@ class Checker {
 public:
     explicit Checker(CheckOptions const& options)
         : m_options(options), m_progress("checked", options.m_files.size() + options.m_blend.size()),
-          m_report({options.m_format == "json", options.m_hasContext || IsOutputTerminal(),
+          m_report({options.m_format == "json", options.m_hasContext || IsTerminal(stdout),
                     static_cast<std::size_t>(options.m_limit)}) {}
 
     /// The exit status.

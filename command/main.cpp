@@ -76,6 +76,7 @@ int Run(std::vector<std::string> words) {
 } // namespace
 
 int main(int argc, char** argv) {
+    CarryBytes();
     std::setlocale(LC_CTYPE, "C.UTF-8"); // how wide a character is, whatever the user's language
     try {
         return Run(Words(argc, argv));

@@ -37,6 +37,16 @@ CodePoint FirstCodePoint(std::string_view text) noexcept {
     return {value, length};
 }
 
+/// How many columns of a terminal a character takes; negative where that is not known.
+int Width(std::uint32_t value) noexcept {
+#ifdef _WIN32
+    static_cast<void>(value); // Windows has no table of widths
+    return 1;
+#else
+    return ::wcwidth(static_cast<wchar_t>(value));
+#endif
+}
+
 /// True for the control characters of ASCII and Latin-1, line separators, and marks of writing direction.
 bool IsObeyed(std::uint32_t value) noexcept {
     return value < 0x20 || (value >= 0x7F && value < 0xA0) || value == 0x61C || value == 0x200E ||
@@ -53,7 +63,7 @@ Glyph GlyphOf(CodePoint codePoint, std::string_view bytes, std::size_t at) {
         std::snprintf(escape, sizeof escape, "\\u%04x", static_cast<unsigned>(codePoint.m_value));
         return {escape, 6, at};
     }
-    int const width = ::wcwidth(static_cast<wchar_t>(codePoint.m_value));
+    int const width = Width(codePoint.m_value);
     return {std::string(bytes), width < 0 ? 1 : width, at};
 }
 

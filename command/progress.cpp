@@ -1,13 +1,14 @@
 #include "progress.h"
 
+#include "streams.h"
+
 #include <cstdio>
-#include <unistd.h>
 #include <utility>
 
 namespace qel::SectrixCommand {
 
 Progress::Progress(std::string work, std::size_t total)
-    : m_work(std::move(work)), m_total(total), m_isTerminal(isatty(STDERR_FILENO) == 1),
+    : m_work(std::move(work)), m_total(total), m_isTerminal(IsTerminal(stderr)),
       m_next(Clock::now() + std::chrono::seconds(1)) {}
 
 void Progress::Step() noexcept {

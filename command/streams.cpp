@@ -7,7 +7,13 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#else
 #include <unistd.h>
+#endif
 
 namespace qel::SectrixCommand {
 namespace {
@@ -60,8 +66,19 @@ void Trouble(std::string_view message) noexcept {
     }
 }
 
-bool IsOutputTerminal() noexcept {
-    return isatty(STDOUT_FILENO) == 1;
+void CarryBytes() noexcept {
+#ifdef _WIN32
+    for (std::FILE* const stream : {stdin, stdout, stderr})
+        _setmode(_fileno(stream), _O_BINARY);
+#endif
+}
+
+bool IsTerminal(std::FILE* stream) noexcept {
+#ifdef _WIN32
+    return _isatty(_fileno(stream)) != 0;
+#else
+    return isatty(fileno(stream)) == 1;
+#endif
 }
 
 } // namespace qel::SectrixCommand

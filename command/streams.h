@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -28,7 +29,11 @@ void Print(std::string_view text);
 /// Tells the user on standard error, in a line that begins with the name of the program, what went wrong.
 void Trouble(std::string_view message) noexcept;
 
-/// True where standard output is a terminal, on which a person reads the results.
-bool IsOutputTerminal() noexcept;
+/// Makes the standard streams carry bytes as they are, also where the system would end lines in its own way. Comes
+/// before all reading and writing.
+void CarryBytes() noexcept;
+
+/// True where a standard stream is a terminal, before which a person sits.
+bool IsTerminal(std::FILE* stream) noexcept;
 
 } // namespace qel::SectrixCommand
