@@ -14,6 +14,11 @@
 #elif defined(_WIN32)
 #define SECTRIX_EXPORTED __declspec(dllexport)
 #define SECTRIX_IMPORTED __declspec(dllimport)
+#if defined(_MSC_VER)
+// Members and bases of the standard library have no marks. They are the same on both sides all the same, since a
+// host is built by the compiler, and with the runtime library, that has built this one.
+#pragma warning(disable : 4251 4275)
+#endif
 #elif defined(__GNUC__)
 #define SECTRIX_EXPORTED __attribute__((visibility("default")))
 #define SECTRIX_IMPORTED __attribute__((visibility("default")))

@@ -61,19 +61,21 @@ struct BBox {
         return false;
     }
 
+    // Windows has macros called min and max, which the parentheses keep away.
+
     /// Grows the box until it holds `point`. A coordinate that is not a number moves no border.
     constexpr void Widen(Vec<N, T> const& point) {
         for (std::size_t axis = 0; axis < N; ++axis) {
-            m_min[axis] = std::min(m_min[axis], point[axis]);
-            m_max[axis] = std::max(m_max[axis], point[axis]);
+            m_min[axis] = (std::min)(m_min[axis], point[axis]);
+            m_max[axis] = (std::max)(m_max[axis], point[axis]);
         }
     }
 
     /// Grows the box until it holds `other`; an empty one adds nothing.
     constexpr void Widen(BBox const& other) {
         for (std::size_t axis = 0; axis < N; ++axis) {
-            m_min[axis] = std::min(m_min[axis], other.m_min[axis]);
-            m_max[axis] = std::max(m_max[axis], other.m_max[axis]);
+            m_min[axis] = (std::min)(m_min[axis], other.m_min[axis]);
+            m_max[axis] = (std::max)(m_max[axis], other.m_max[axis]);
         }
     }
 

@@ -87,7 +87,7 @@ private:
 /// A filter on the rows of a table: comparisons for equality, joined by "and".
 ///
 /// An empty filter lets every row through. Made by an `ExprBuilder`.
-class SECTRIX_GVS_EXPORT Expression {
+class Expression {
     friend class ExprBuilder;
     friend class KeptTable;
 
