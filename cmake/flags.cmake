@@ -3,9 +3,15 @@ add_library(sectrix_flags INTERFACE)
 target_compile_features(sectrix_flags INTERFACE cxx_std_17)
 target_compile_options(sectrix_flags INTERFACE
     # Sums and products are rounded one by one, so that every compiler and machine gives the same bits.
-    $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffp-contract=off>)
+    $<$<CXX_COMPILER_ID:GNU,Clang,AppleClang>:-ffp-contract=off>
+    # Standard C++ in UTF-8, and large object files, which the header-only libraries need.
+    "$<$<CXX_COMPILER_ID:MSVC>:/fp:precise;/utf-8;/permissive-;/EHsc;/bigobj>")
+if(MSVC)
+    target_compile_definitions(sectrix_flags INTERFACE NOMINMAX _CRT_SECURE_NO_WARNINGS)
+endif()
 if(ORL_SECTRIX_STRICT)
-    target_compile_options(sectrix_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+    target_compile_options(sectrix_flags INTERFACE
+        "$<IF:$<CXX_COMPILER_ID:MSVC>,/W4;/WX,-Wall;-Wextra;-Wpedantic;-Wshadow;-Wconversion;-Werror>")
 endif()
 if(ORL_SECTRIX_SANITIZE)
     target_compile_options(sectrix_flags INTERFACE

@@ -25,6 +25,7 @@ function(install_libraries name prefix)
     cmake_parse_arguments(SECTRIX_PC "" "DESCRIPTION" "LIBRARIES;REQUIRES" ${ARGN})
     install(TARGETS ${SECTRIX_PC_LIBRARIES} EXPORT ${name}Targets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${prefix}runtime NAMELINK_COMPONENT ${prefix}development
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT ${prefix}runtime # libraries of Windows
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT ${prefix}development
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT ${prefix}development)
     install(EXPORT ${name}Targets NAMESPACE ORL_Sectrix:: DESTINATION ${package_dir}

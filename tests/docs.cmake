@@ -47,7 +47,7 @@ function(test_page page)
         target_link_libraries(${name} PRIVATE ORL_Sectrix::ORL_SectrixTools)
     endif()
     add_test(NAME ${name}
-             COMMAND sh -c "text=$1 && shift && \"$@\" >\"$text.printed\" && diff \"$text\" \"$text.printed\"" sh
+             COMMAND sh -c "text=$1 && shift && \"$@\" >\"$text.printed\" && diff --strip-trailing-cr \"$text\" \"$text.printed\"" sh
                      ${CMAKE_CURRENT_BINARY_DIR}/${name}.txt ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}>)
 endfunction()
 

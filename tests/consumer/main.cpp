@@ -6,6 +6,8 @@
 #include "sectrix/sections/cross_sections.h"
 #include "sectrix/version.h"
 
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 
 int main() {
@@ -14,7 +16,9 @@ int main() {
     set.To(document);
     qel::Sectrix::CrossSections copy;
     copy.From(document);
-    gvs::Database database("/dev/null");
+    auto const empty = std::filesystem::u8path("br\xC3\xBC\x63ke.db"); // a file's name may be any text
+    std::ofstream{empty};
+    gvs::Database database(empty.u8string());
     try {
         std::string data;
         qel::Sectrix::Obj().PullDataFromSourceRecord(&database, data);
