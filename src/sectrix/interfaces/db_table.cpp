@@ -10,6 +10,8 @@ DbTable::DbTable(gvs::Database* db, wchar_t const* table)
     : m_taken(gvs::KeptTable::Take(*db, table)), m_table(m_taken.front()) {}
 
 DbTable::~DbTable() {
+    if (m_query)
+        m_query->Reset();
     gvs::KeptTable::Keep(m_taken);
 }
 
@@ -90,14 +92,19 @@ void DbTable::endQuery() {
 }
 
 bool DbTable::queryIsEmpty(gvs::Expression const* filter) const {
-    return !m_table.Select("1", filter).Step();
+    auto& query = m_table.Select("1", filter);
+    bool const isEmpty = !query.Step();
+    query.Reset();
+    return isEmpty;
 }
 
 std::int64_t DbTable::queryCount(gvs::Expression const* filter, bool) const {
     // Not "count(*)", a single instruction that cannot be interrupted.
     auto& query = m_table.Select("count(1)", filter);
     query.Step();
-    return sqlite3_column_int64(query.Handle(), 0);
+    auto const count = sqlite3_column_int64(query.Handle(), 0);
+    query.Reset();
+    return count;
 }
 
 gvs::TableDef const& DbTable::getDef() const {

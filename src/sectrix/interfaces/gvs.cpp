@@ -3,6 +3,7 @@
 #include "sectrix/interfaces/sqlite/kept_table.h"
 #include "sectrix/interfaces/sqlite/statement.h"
 
+#include <algorithm>
 #include <sqlite3.h>
 
 namespace gvs {
@@ -21,9 +22,8 @@ Error::Error(std::string const& reason) : std::runtime_error(reason) {}
 Error::~Error() = default;
 
 ColumnDef const* TableDef::operator[](wchar_t const* column) const {
-    auto const name = ToSqlText(column);
     for (auto const& candidate : m_columns)
-        if (!name.empty() && sqlite3_stricmp(candidate.Name().c_str(), name.c_str()) == 0)
+        if (column && *column && IsCalled(candidate.Name().c_str(), column))
             return &candidate;
     return nullptr;
 }
@@ -33,28 +33,44 @@ void Value::SetString(wchar_t const* text, bool) {
     m_kind = String;
 }
 
-std::string Expression::Condition(std::string const& rowId) const {
+void Expression::RequireCondition() const {
     if (m_waiting != 0 || m_conditions > 1)
         throw Error("the filter is not one condition");
+}
+
+bool Expression::HasColumnsOf(Expression const& other) const {
+    auto const isAlike = [](Value const& a, Value const& b) {
+        bool const isColumn = a.m_kind == Value::kColumn;
+        return isColumn == (b.m_kind == Value::kColumn) && (!isColumn || a.m_text == b.m_text);
+    };
+    return std::equal(m_operands.begin(), m_operands.end(), other.m_operands.begin(), other.m_operands.end(),
+                      isAlike);
+}
+
+std::string Expression::Condition(std::string const& rowId) const {
     std::string condition;
     for (std::size_t i = 0; i < m_operands.size(); ++i) {
         auto const& operand = m_operands[i];
         condition += i == 0 ? "" : i % 2 == 1 ? " = " : " AND ";
-        bool const isRowId = operand && !rowId.empty() && sqlite3_stricmp(operand->c_str(), "rowid") == 0;
-        condition += operand ? "t." + Quoted(isRowId ? rowId : *operand) : "?";
+        bool const isRowId = !rowId.empty() && sqlite3_stricmp(operand.m_text.c_str(), "rowid") == 0;
+        condition += operand.m_kind == Value::kColumn ? "t." + Quoted(isRowId ? rowId : operand.m_text) : "?";
     }
     return condition;
 }
 
 void ExprBuilder::Identifier(wchar_t const* name) {
-    m_target->m_operands.emplace_back(ToSqlText(name));
-    ++m_target->m_waiting;
+    Push(Value(name)).m_kind = Value::kColumn;
 }
 
 void ExprBuilder::Constant(Value const& value) {
-    m_target->m_constants.push_back(value);
-    m_target->m_operands.emplace_back();
+    Push(Value(value));
+}
+
+Value& ExprBuilder::Push(Value&& operand) {
+    if (m_target->m_operands.empty())
+        m_target->m_operands.reserve(6); // as many as the records need, in one allocation
     ++m_target->m_waiting;
+    return m_target->m_operands.emplace_back(std::move(operand));
 }
 
 void ExprBuilder::CmpOp(ComparisonOps op) {

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <list>
 #include <memory>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -73,7 +72,13 @@ public:
     explicit Value(wchar_t const* text) : Value(std::int64_t{0}) { SetString(text, true); }
 
 private:
+    friend class ExprBuilder;
+    friend class Expression;
+    friend class KeptTable;
     friend class Statement;
+
+    /// The kind of an operand that is no constant but a column, whose name is the text.
+    static constexpr std::int64_t kColumn = 0;
 
     void SetString(wchar_t const* text, bool copy);
 
@@ -91,16 +96,17 @@ class Expression {
     friend class ExprBuilder;
     friend class KeptTable;
 
+    /// \throws Error when what was pushed is not exactly one condition, or nothing.
+    void RequireCondition() const;
+    /// True when the two differ in their constants at most.
+    bool HasColumnsOf(Expression const& other) const;
     /// The filter as an SQL condition on a table called t, with a "?" for each constant; empty for an empty filter.
     /// \param rowId  the name that the row id has in that table; empty where the table has none.
-    /// \throws Error when what was pushed is not exactly one condition.
     std::string Condition(std::string const& rowId) const;
 
-    /// Two for each comparison, in the order in which they were pushed: the name of a column in UTF-8, or nothing
-    /// for a constant. With "and" alone to join comparisons, their order is all that there is to know.
-    std::vector<std::optional<std::string>> m_operands;
-    /// In the order in which they were pushed.
-    std::vector<Value> m_constants;
+    /// Two for each comparison, in the order in which they were pushed. With "and" alone to join comparisons, their
+    /// order is all that there is to know.
+    std::vector<Value> m_operands;
     /// How many operands wait for their comparison.
     int m_waiting = 0;
     /// How many conditions have not been joined to the one before.
@@ -132,6 +138,8 @@ public:
     void BooleanOp(LogicalOps op);
 
 private:
+    Value& Push(Value&& operand);
+
     Expression* m_target;
 };
 

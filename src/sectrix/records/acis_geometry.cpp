@@ -34,20 +34,21 @@ void AcisGeometry::PullDataFromSourceRecord(gvs::Database* db, std::string& out)
 
     gvs::Expression filter;
     gvs::ExprBuilder builder(filter, nullptr, nullptr);
-    std::string text;
     if (hasDefinitions) {
         PushEqual(builder, L"GUID", gvs::Value(m_dataGuid.c_str()));
         mvq::SATDefinitions definitions(db);
-        text = ReadFirstMatch(definitions, filter, getBlobText);
+        ReadFirstMatch(definitions, filter, ReadBlob, out);
     } else {
         PushEqual(builder, L"PARENT_CLASS", gvs::Value(m_parentClass.c_str()));
         PushEqual(builder, L"PARENT_GUID", gvs::Value(m_parentGuid.c_str()));
         builder.BooleanOp(kAnd);
         PushEqual(builder, L"INDEX", gvs::Value(std::int64_t{m_index}));
         builder.BooleanOp(kAnd);
-        text = ReadFirstMatch(geometries, filter, getStringText);
+        auto const readText = [](mvq::DbTable const& table, wchar_t const* column, std::string& text) {
+            text = getStringText(table, column);
+        };
+        ReadFirstMatch(geometries, filter, readText, out);
     }
-    out = std::move(text);
 }
 
 } // namespace qel::Sectrix

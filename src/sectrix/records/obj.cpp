@@ -33,16 +33,14 @@ void Obj::PullDataFromSourceRecord(gvs::Database* db, std::string& out) const {
 
     gvs::Expression filter;
     gvs::ExprBuilder builder(filter, nullptr, nullptr);
-    std::string data;
     if (hasDefinitions) {
         PushEqual(builder, L"GUID", gvs::Value(m_dataGuid.c_str()));
         mvq::MeshDefinitions definitions(db);
-        data = ReadFirstMatch(definitions, filter, getBlobText);
+        ReadFirstMatch(definitions, filter, ReadBlob, out);
     } else {
         PushEqual(builder, mvq::DbTable::_ID(), gvs::Value(m_id));
-        data = ReadFirstMatch(meshes, filter, getBlobText);
+        ReadFirstMatch(meshes, filter, ReadBlob, out);
     }
-    out = std::move(data);
 }
 
 } // namespace qel::Sectrix

@@ -1,5 +1,6 @@
 #include "sectrix/records/tables.h"
 #include "sectrix/foundation/text_conversion.h"
+#include "sectrix/records/detail/first_match.h"
 
 namespace mvq {
 
@@ -38,15 +39,20 @@ void Meshes::setMtl(void const* data, int size) {
 
 namespace qel::Sectrix {
 
-std::string getBlobText(mvq::DbTable const& table, wchar_t const* column) {
-    if (!table.getDef()[column])
-        return {};
+void ReadBlob(mvq::DbTable const& table, wchar_t const* column, std::string& out) {
     int size = 0;
-    auto const* bytes = table.getBlob(column, &size);
-    if (!bytes || size == 0)
-        return {};
+    auto const* bytes = table.getDef()[column] ? table.getBlob(column, &size) : nullptr;
     // A negative size becomes one beyond the limit of every string, which the string refuses.
-    return std::string(reinterpret_cast<char const*>(bytes), static_cast<std::size_t>(size));
+    if (bytes)
+        out.assign(reinterpret_cast<char const*>(bytes), static_cast<std::size_t>(size));
+    else
+        out.clear();
+}
+
+std::string getBlobText(mvq::DbTable const& table, wchar_t const* column) {
+    std::string text;
+    ReadBlob(table, column, text);
+    return text;
 }
 
 std::string getStringText(mvq::DbTable const& table, wchar_t const* column) {

@@ -2,6 +2,7 @@
 #include "sectrix/interfaces/sqlite/guard.h"
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 #include <sqlite3.h>
 
@@ -19,13 +20,14 @@ char const* ColumnName(Statement const& statement, int place) {
 } // namespace
 
 std::list<KeptTable> KeptTable::Take(Database& database, wchar_t const* name) {
-    auto const wanted = ToSqlText(name);
+    auto const* wanted = name ? name : L"";
     auto& kept = database.m_kept;
     std::list<KeptTable> table;
-    auto const found = std::find_if(kept.begin(), kept.end(),
-                                    [&](KeptTable const& candidate) { return candidate.m_name == wanted; });
+    auto const found = std::find_if(kept.begin(), kept.end(), [&](KeptTable const& candidate) {
+        return IsCalled(candidate.m_name.c_str(), wanted);
+    });
     if (found == kept.end())
-        table.emplace_back(database, wanted);
+        table.emplace_back(database, ToSqlText(wanted));
     else
         table.splice(table.begin(), kept, found);
     table.front().Begin();
@@ -35,17 +37,16 @@ std::list<KeptTable> KeptTable::Take(Database& database, wchar_t const* name) {
 void KeptTable::Keep(std::list<KeptTable>& table) noexcept {
     auto& self = table.front();
     self.m_reading.Reset();
-    for (auto& [sql, query] : self.m_queries)
-        query.Reset();
     self.m_database.m_kept.splice(self.m_database.m_kept.begin(), table);
 }
 
-// The statement gives one row at no cost. On a file that nobody vouches for it must not name the table, which may
-// not be compiled yet. On a connection of the host it names nothing else, which the host may have forbidden.
+// The statement gives one row and reads nothing. On a file that nobody vouches for it must not name the table,
+// which may not be compiled yet. On a connection of the host it names nothing else, which the host may have
+// forbidden.
 KeptTable::KeptTable(Database& database, std::string const& name)
     : m_database(database), m_name(name), m_source("main." + Quoted(name)),
-      m_reading(database, "SELECT NOT EXISTS (SELECT 1 FROM " +
-                              (database.m_guard ? "main.sqlite_schema" : m_source) + " WHERE 0)") {}
+      m_reading(database, "SELECT CASE WHEN 0 THEN (SELECT 1 FROM " +
+                              (database.m_guard ? "main.sqlite_schema" : m_source) + ") END") {}
 
 void KeptTable::Begin() {
     m_reading.Step();
@@ -78,33 +79,51 @@ void KeptTable::ReadSchema() {
             hasRoom && !m_columns[name] && IsTable(connection, m_name, alias.c_str()))
             m_rowId = alias;
     m_row = m_rowId.empty() ? "t.*" : "t." + m_rowId + ", t.*";
+    m_lastPlace = m_rowId.empty() ? 0 : 1;
 }
 
-Statement& KeptTable::Select(std::string const& what, Expression const* filter) {
+Statement KeptTable::Prepare(std::string const& what, Expression const& filter) const {
     // Columns are named through t, since SQLite takes a quoted name that stands alone for a text when there is no
     // such column.
     auto sql = "SELECT " + what + " FROM " + m_source + " AS t";
-    if (auto const condition = filter ? filter->Condition(m_rowId) : std::string(); !condition.empty())
+    if (auto const condition = filter.Condition(m_rowId); !condition.empty())
         sql += " WHERE " + condition;
-    auto& query = m_queries.try_emplace(sql, m_database, sql).first->second;
-    query.Reset();
+    return Statement(m_database, sql);
+}
+
+Statement& KeptTable::Select(std::string const& what, Expression const* filter) {
+    Expression const all;
+    auto const& wanted = filter ? *filter : all;
+    wanted.RequireCondition();
+    auto query = std::find_if(m_queries.begin(), m_queries.end(), [&](Query const& candidate) {
+        return candidate.m_what == what && candidate.m_filter.HasColumnsOf(wanted);
+    });
+    if (query == m_queries.end())
+        query = m_queries.insert(query, {what, wanted, Prepare(what, wanted)});
     int place = 0;
-    if (filter)
-        for (auto const& constant : filter->m_constants)
-            query.Bind(++place, constant);
-    return query;
+    for (auto const& operand : wanted.m_operands)
+        if (operand.m_kind != Value::kColumn)
+            query->m_statement.Bind(++place, operand);
+    return query->m_statement;
 }
 
 int KeptTable::PlaceOf(wchar_t const* column, Statement const& rows) const {
     // Of the query, not of `m_columns`: a host may have changed the table since, on the connection that it lends.
-    auto const name = ToSqlText(column);
-    if (!m_rowId.empty() && sqlite3_stricmp(name.c_str(), "rowid") == 0)
+    auto const* name = column ? column : L"";
+    if (!m_rowId.empty() && IsCalled("rowid", name))
         return 0;
-    auto const full = m_prefix + name;
-    for (int place = m_rowId.empty() ? 0 : 1; place < sqlite3_column_count(rows.Handle()); ++place)
-        if (sqlite3_stricmp(ColumnName(rows, place), full.c_str()) == 0)
-            return place;
-    throw Error("no such column: " + name);
+    int const count = sqlite3_column_count(rows.Handle());
+    auto const isIt = [&](int place) {
+        auto const* const full = ColumnName(rows, place);
+        return std::strncmp(full, m_prefix.c_str(), m_prefix.size()) == 0 && IsCalled(full + m_prefix.size(), name);
+    };
+    // Nearly always it is the column that was asked for last, and no two have one name.
+    if (m_lastPlace < count && isIt(m_lastPlace))
+        return m_lastPlace;
+    for (int place = m_rowId.empty() ? 0 : 1; place < count; ++place)
+        if (isIt(place))
+            return m_lastPlace = place;
+    throw Error("no such column: " + ToSqlText(name));
 }
 
 void KeptTable::Store(wchar_t const* column, std::int64_t rowId, void const* data, int size) {

@@ -5,7 +5,6 @@
 #include "sectrix/interfaces/sqlite/statement.h"
 
 #include <list>
-#include <map>
 #include <string>
 
 /// \file
@@ -26,8 +25,8 @@ public:
     /// state, whatever other connections write.
     /// \return a list of one.
     SECTRIX_GVS_EXPORT static std::list<KeptTable> Take(Database& database, wchar_t const* name);
-    /// Ends the use, and with it the table's hold on the database, which keeps the table. Needs no memory, so it
-    /// cannot fail.
+    /// Ends the use, and with it the table's hold on the database, which keeps the table. All queries of the table
+    /// have been reset. Needs no memory, so it cannot fail.
     SECTRIX_GVS_EXPORT static void Keep(std::list<KeptTable>& table) noexcept;
     /// For `Take`; begins no use.
     /// \param name  in UTF-8.
@@ -38,7 +37,7 @@ public:
     /// A query for whole rows: the row id, where there is one, and all columns.
     /// \param filter  null or empty for all.
     Statement& Rows(Expression const* filter) { return Select(m_row, filter); }
-    /// Another query, also while one for rows is at work.
+    /// Another query, also while one for rows is at work. It is reset again before the next use of it.
     /// \param what    of a row, in SQL.
     /// \param filter  null or empty for all rows.
     SECTRIX_GVS_EXPORT Statement& Select(std::string const& what, Expression const* filter);
@@ -49,8 +48,17 @@ public:
     SECTRIX_GVS_EXPORT void Store(wchar_t const* column, std::int64_t rowId, void const* data, int size);
 
 private:
+    /// A query prepared for all filters on the same columns.
+    struct Query {
+        std::string m_what;
+        /// Its constants are of no account.
+        Expression m_filter;
+        Statement m_statement;
+    };
+
     void Begin();
     void ReadSchema();
+    Statement Prepare(std::string const& what, Expression const& filter) const;
 
     Database& m_database;
     /// In UTF-8.
@@ -69,8 +77,9 @@ private:
     std::string m_rowId;
     /// What `Rows` selects, in SQL.
     std::string m_row;
-    /// The queries, by their SQL.
-    std::map<std::string, Statement> m_queries;
+    std::list<Query> m_queries;
+    /// Where `PlaceOf` has found a column last.
+    mutable int m_lastPlace = 0;
 };
 
 } // namespace gvs

@@ -23,12 +23,11 @@ void AppendUtf8(std::uint32_t character, std::string& text) {
 
 std::string ToSqlText(wchar_t const* text) {
     std::wstring_view const wide(text ? text : L"");
-    // Nearly always, and a pull converts half a dozen names.
-    if (std::all_of(wide.begin(), wide.end(),
-                    [](wchar_t element) { return static_cast<std::uint32_t>(element) < 0x80; }))
-        return std::string(wide.begin(), wide.end());
-    std::string result;
-    for (; *text; ++text) {
+    auto const isAscii = [](wchar_t element) { return static_cast<std::uint32_t>(element) < 0x80; };
+    // Nearly always that of the text.
+    auto const* const end = std::find_if_not(wide.data(), wide.data() + wide.size(), isAscii);
+    std::string result(wide.data(), end);
+    for (text = end; *text; ++text) {
         auto character = static_cast<std::uint32_t>(text[0]);
         auto const next = static_cast<std::uint32_t>(text[1]);
         if (character >> 10 == 0xD800 >> 10 && next >> 10 == 0xDC00 >> 10) { // a high and a low surrogate
@@ -92,13 +91,14 @@ bool Statement::Step() {
     if (m_database.m_guard)
         m_database.m_guard->BeginStep();
     int const result = sqlite3_step(Handle());
+    if (result != SQLITE_ROW)
+        sqlite3_reset(Handle()); // which leaves the reason as it is
     Check(result);
     return result == SQLITE_ROW;
 }
 
 void Statement::Reset() noexcept {
     sqlite3_reset(Handle());
-    sqlite3_clear_bindings(Handle());
 }
 
 void Statement::Check(int result) const {

@@ -3,10 +3,10 @@
 #include "sectrix/foundation/export.h"
 #include "sectrix/interfaces/gvs.h"
 
+#include <cstdint>
 #include <memory>
+#include <sqlite3.h>
 #include <string>
-
-struct sqlite3_stmt;
 
 /// \file
 /// SQL on a model database: how names and texts are written in it, and statements.
@@ -16,6 +16,18 @@ namespace gvs {
 /// The text in UTF-8 with surrogate pairs joined, as SQLite wants it; empty when `text` is null. A surrogate
 /// without its partner becomes three bytes, as in `IsWellFormed`.
 std::string ToSqlText(wchar_t const* text);
+
+/// True where `name`, in UTF-8, is what `ToSqlText` makes of `text`, the case of ASCII letters aside; not null.
+inline bool IsCalled(char const* name, wchar_t const* text) {
+    auto const folded = [](std::uint32_t letter) { return letter - 'A' < 26 ? letter + ('a' - 'A') : letter; };
+    for (; static_cast<std::uint32_t>(*text) < 0x80; ++name, ++text) {
+        if (folded(static_cast<unsigned char>(*name)) != folded(static_cast<std::uint32_t>(*text)))
+            return false;
+        if (*name == '\0')
+            return true;
+    }
+    return sqlite3_stricmp(name, ToSqlText(text).c_str()) == 0;
+}
 
 /// True unless a surrogate stands alone in what `ToSqlText` gave. SQLite would take another character for it, and
 /// which one depends on the encoding of the file.
@@ -40,10 +52,10 @@ public:
     /// \param place  of the parameter, counted from 1.
     void Bind(int place, void const* data, int size);
 
-    /// Goes to the next row and returns true when there is one.
+    /// Goes to the next row and returns true when there is one. Where there is none, the statement is reset.
     /// \throws Error when SQLite fails, for instance as the database is locked or corrupt.
     SECTRIX_GVS_EXPORT bool Step();
-    /// Leaves the row and forgets what was bound.
+    /// Leaves the row; what was bound stays.
     SECTRIX_GVS_EXPORT void Reset() noexcept;
 
     /// SQLite's own handle.

@@ -20,12 +20,18 @@ inline void PushEqual(gvs::ExprBuilder& builder, wchar_t const* column, gvs::Val
     builder.CmpOp(kEqual);
 }
 
-/// What `read` makes of the column "DATA" in the first row that matches; empty when none does. Which of several
-/// rows comes first is the database's choice.
+/// What `getBlobText` gives, in `out`, whose memory is used again.
+void ReadBlob(mvq::DbTable const& table, wchar_t const* column, std::string& out);
+
+/// Replaces `out` by what `read` makes of the column "DATA" in the first row that matches; leaves it empty when
+/// none does. Which of several rows comes first is the database's choice.
 template <class Read>
-std::string ReadFirstMatch(mvq::DbTable& table, gvs::Expression const& filter, Read read) {
+void ReadFirstMatch(mvq::DbTable& table, gvs::Expression const& filter, Read read, std::string& out) {
     table.querySequential(&filter, nullptr, true);
-    return table.readNext() ? read(table, L"DATA") : std::string();
+    if (table.readNext())
+        read(table, L"DATA", out);
+    else
+        out.clear();
 }
 
 } // namespace qel::Sectrix
