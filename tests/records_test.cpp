@@ -353,6 +353,11 @@ TEST_F(Records, TablesAndColumnsHaveAnyName) {
     EXPECT_EQ(table.getInt32Value(L"\xE9"), 4);
     EXPECT_EQ(table.getDef()[L""], nullptr);     // also where a column has no name
     EXPECT_EQ(table.getDef()[L"\xC9"], nullptr); // only ASCII letters are the same in both cases
+    gvs::Expression other;
+    gvs::ExprBuilder otherBuilder(other, nullptr, nullptr);
+    PushEqual(otherBuilder, L"\xE9", gvs::Value(std::int64_t{4}));
+    table.querySequential(&other, nullptr, true); // like the first query but for the column
+    EXPECT_TRUE(table.readNext());
 }
 
 TEST_F(Records, NoUseCountsForTheNext) {

@@ -85,9 +85,9 @@ public:
 private:
     using Hash = std::uint64_t;
 
-    static constexpr std::size_t kBlock = 64;
+    static constexpr std::size_t kBlock = 16;
     /// As many positions are searched one after the other.
-    static constexpr std::size_t kFew = 16;
+    static constexpr std::size_t kFew = 48;
     /// How many positions before its use one is asked for from memory.
     static constexpr std::size_t kAhead = 192;
     /// Of an entry: there are others in its bucket.
@@ -151,7 +151,9 @@ private:
         for (std::size_t i = begin; i < EndOf(begin); ++i) {
             Hash const hash = m_hashes[i % m_hashes.size()];
             Index const entry = BucketOf(hash);
-            m_remap[i] = (entry != kNone) & HasHash(entry, hash) ? entry & m_indexBits : 0;
+            bool const isThere = entry != kNone;
+            bool const hasHash = HasHash(entry, hash);
+            m_remap[i] = (isThere & hasHash) ? entry & m_indexBits : 0;
             __builtin_prefetch(m_kept.data() + m_remap[i]);
         }
     }
@@ -234,7 +236,10 @@ private:
         bool mayBeNear = false;
         for (Hash const hash : unknown.m_cells) {
             Index const entry = BucketOf(hash);
-            mayBeNear |= (entry != kNone) & (((entry & kHasOthers) != 0) | HasHash(entry, hash));
+            bool const isThere = entry != kNone;
+            bool const hasOthers = (entry & kHasOthers) != 0;
+            bool const hasHash = HasHash(entry, hash);
+            mayBeNear |= isThere & (hasOthers | hasHash);
         }
         for (unsigned cell = 0; mayBeNear && cell < unknown.m_cells.size(); ++cell)
             if ((cell & ~unknown.m_twoPieces) == 0)
