@@ -46,6 +46,7 @@ int Run(std::vector<std::string> words) {
     program.set_version_flag("--version", std::string("sectrix ") + qel::Sectrix::kVersion,
                              "Print the version and exit");
     program.set_help_flag("-h,--help", "Print this help and exit");
+    program.allow_windows_style_options(false); // a path may begin with a slash anywhere
     program.get_formatter()->label("SUBCOMMAND", "VERB");
     program.require_subcommand(0, 1);
     program.footer("sectrix VERB --help tells the options of a verb.");

@@ -51,7 +51,12 @@ std::string ReadInput(std::string const& name) {
 void Print(std::string_view text) {
     bool const isWritten =
         std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-    if (!isWritten && errno == EPIPE)
+#ifdef _WIN32
+    bool const isBroken = errno == EPIPE || errno == EINVAL; // so Windows calls a pipe that is being closed
+#else
+    bool const isBroken = errno == EPIPE;
+#endif
+    if (!isWritten && isBroken)
         throw NobodyReads();
     if (!isWritten)
         throw std::runtime_error(std::string("standard output: ") + std::strerror(errno));
@@ -70,6 +75,7 @@ void CarryBytes() noexcept {
 #ifdef _WIN32
     for (std::FILE* const stream : {stdin, stdout, stderr})
         _setmode(_fileno(stream), _O_BINARY);
+    std::setvbuf(stderr, nullptr, _IONBF, 0); // which is so on other systems
 #endif
 }
 

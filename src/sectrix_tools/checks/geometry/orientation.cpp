@@ -13,12 +13,23 @@ int Sign(double value) {
     return (value > 0.0) - (value < 0.0);
 }
 
+/// What rounding took from the product of two doubles below 1e290 (Dekker's product): their halves of 26 bits, by
+/// Veltkamp, have exact products. Not by `std::fma`, which is not exact in the C library of MinGW-w64.
+double RoundingOf(double product, double a, double b) {
+    auto const upperHalf = [](double value) {
+        double const far = value * (0x1p27 + 1.0);
+        return far - (far - value);
+    };
+    double const a1 = upperHalf(a), b1 = upperHalf(b), a2 = a - a1, b2 = b - b1;
+    return a2 * b2 - (product - a1 * b1 - a2 * b1 - a1 * b2);
+}
+
 /// A sum of doubles that do not overlap, smallest first, none of it lost: an expansion.
 class Expansion {
 public:
     void AddProduct(double a, double b) {
         double const product = a * b;
-        Add(std::fma(a, b, -product)); // what rounding took from the product
+        Add(RoundingOf(product, a, b));
         Add(product);
     }
 
