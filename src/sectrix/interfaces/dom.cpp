@@ -11,9 +11,10 @@ namespace {
 /// The last member with this key, or the end: of equal keys the later one counts.
 template <class Members>
 auto FindLast(Members& members, std::string_view key) {
-    auto const found =
-        std::find_if(members.rbegin(), members.rend(), [&key](auto const& member) { return member.first == key; });
-    return found == members.rend() ? members.end() : std::prev(found.base());
+    for (auto member = members.end(); member != members.begin();)
+        if ((--member)->first == key)
+            return member;
+    return members.end();
 }
 
 } // namespace
@@ -69,7 +70,10 @@ void Dom::MakeString(std::string_view text, Memory* memory) {
 }
 
 Dom::Elements& Dom::MakeArray(std::uint64_t capacity, Memory* memory) {
-    auto* const block = Memory::Make<Elements>(Kind::Array, capacity * sizeof(Dom), memory);
+    if (capacity > std::numeric_limits<std::size_t>::max() / sizeof(Dom) / 2) // whose size is no number
+        throw std::bad_alloc();
+    auto* const block =
+        Memory::Make<Elements>(Kind::Array, static_cast<std::size_t>(capacity) * sizeof(Dom), memory);
     block->m_capacity = capacity;
     m_value.m_block = block;
     m_kind = Kind::Array;

@@ -79,7 +79,7 @@ void CrossSections::From(Dom const& dom) {
 void CrossSections::ReadPositions(Dom const& nodes) {
     std::size_t count = 0;
     for (std::uint64_t i = 0; i < nodes.size(); ++i)
-        count += nodes[i].size() >= 2 || nodes[i].isObject();
+        count += nodes[i].isArray() || nodes[i].isObject();
     ReserveMore(m_positions.m_positions, count);
     auto named = m_positions.m_nameIndex.end();
     for (std::uint64_t i = 0; i < nodes.size(); ++i) {

@@ -49,7 +49,7 @@ public:
 
 private:
     /// The size of a chunk, the first ones aside, in bytes.
-    static constexpr std::uint32_t kGreatest = 16384;
+    static constexpr std::uint32_t kGreatest = 65536;
 
     void* Take(std::size_t bytes, std::uint32_t& offset);
 
