@@ -30,7 +30,7 @@ struct DrawOptions {
     SectrixTools::SectionDrawingOptions m_drawing;
 
     /// True where the output is one file, not a folder.
-    bool IsOnePicture() const { return std::filesystem::path(m_output).extension() == ".svg"; }
+    bool IsOnePicture() const { return PathOf(m_output).extension() == ".svg"; }
 };
 
 /// A document to be drawn, with the end planes that follow it where it is an extrusion.
@@ -121,19 +121,20 @@ int DrawAll(DrawOptions const& options) {
     std::vector<Row> rows;
     if (!options.IsOnePicture())
         return std::max(status, WorkOnAll(names, options.m_files.m_jobs, options.m_output, work, rows));
-    std::filesystem::path const output = options.m_output;
+    std::filesystem::path const output = PathOf(options.m_output);
     std::size_t count = 0;
     auto const rename = [&](std::size_t i) {
         Outcome outcome = work(i);
         for (auto& [name, content] : outcome.m_files)
-            name = output.filename().string();
+            name = output.filename().u8string();
         if ((count += outcome.m_files.size()) > 1)
             throw std::runtime_error(options.m_output +
                                      ": takes one picture, and there are more; --section names " +
                                      "one, and -o with a folder takes all");
         return outcome;
     };
-    return std::max(status, WorkOnAll(names, 1, output.parent_path(), rename, rows)); // one thread counts
+    return std::max(status,
+                    WorkOnAll(names, 1, output.parent_path().u8string(), rename, rows)); // one thread counts
 }
 
 } // namespace

@@ -9,13 +9,13 @@
 
 namespace qel::SectrixCommand {
 
-void WriteFile(std::filesystem::path const& path, std::string_view content) {
+void WriteFile(std::string const& path, std::string_view content) {
     errno = 0;
-    std::ofstream stream(path, std::ios::binary);
+    std::ofstream stream(PathOf(path), std::ios::binary);
     stream.write(content.data(), static_cast<std::streamsize>(content.size()));
     stream.close();
     if (!stream)
-        throw std::runtime_error(path.string() + ": " + std::strerror(errno));
+        throw std::runtime_error(path + ": " + std::strerror(errno));
 }
 
 std::string FileStem(std::string_view text) {
@@ -38,7 +38,7 @@ std::vector<std::string> FileStems(std::vector<std::string> const& files) {
     std::set<std::string> taken;
     std::vector<std::string> stems;
     for (std::string const& file : files) {
-        std::string const stem = FileStem(std::filesystem::path(file).stem().string());
+        std::string const stem = FileStem(PathOf(file).stem().u8string());
         std::string unique = stem;
         for (int number = 2; !taken.insert(unique).second; ++number)
             unique = stem + '-' + std::to_string(number);

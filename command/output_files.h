@@ -11,10 +11,16 @@
 
 namespace qel::SectrixCommand {
 
+/// The path of a name in UTF-8, as all names are here, also where a system's own paths are not; `u8string` gives it
+/// back.
+inline std::filesystem::path PathOf(std::string const& name) {
+    return std::filesystem::u8path(name);
+}
+
 /// Writes a file, over one that is there.
 ///
 /// \throws std::runtime_error with the path and the system's reason.
-void WriteFile(std::filesystem::path const& path, std::string_view content);
+void WriteFile(std::string const& path, std::string_view content);
 
 /// A text as part of a file name that every system takes: lower-case letters and digits of ASCII, with dashes for
 /// the rest; "section" where nothing is left.

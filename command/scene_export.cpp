@@ -1,5 +1,7 @@
 #include "scene_export.h"
 
+#include "output_files.h"
+
 #include <assimp/Exporter.hpp>
 #include <assimp/material.h>
 #include <assimp/mesh.h>
@@ -7,7 +9,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
 #include <memory>
 #include <set>
 #include <stdexcept>
@@ -131,7 +132,7 @@ std::vector<std::string> ExportEndings() {
 }
 
 void ExportMeshes(std::vector<NamedMesh> const& meshes, std::string const& path) {
-    std::string ending = std::filesystem::path(path).extension().string();
+    std::string ending = PathOf(path).extension().u8string();
     ending.erase(0, 1);
     std::transform(ending.begin(), ending.end(), ending.begin(),
                    [](unsigned char letter) { return std::tolower(letter); });

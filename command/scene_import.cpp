@@ -1,5 +1,6 @@
 #include "scene_import.h"
 
+#include "output_files.h"
 #include "streams.h"
 
 #include "sectrix/foundation/text_conversion.h"
@@ -36,7 +37,7 @@ std::vector<std::vector<Vec<3, double>>> OtherFaces(aiMesh const& source, Sectri
 /// The importer keeps the scene; null where it is no model.
 aiScene const* ReadScene(Assimp::Importer& importer, std::string const& name) {
     std::error_code error;
-    if (std::filesystem::is_regular_file(name, error)) // by its path, since glTF refers to files beside it
+    if (std::filesystem::is_regular_file(PathOf(name), error)) // by its path, since glTF refers to files beside it
         return importer.ReadFile(name, 0);
     std::string const content = ReadInput(name);
     return importer.ReadFileFromMemory(content.data(), content.size(), 0);

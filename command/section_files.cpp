@@ -124,10 +124,10 @@ void AddFindings(Outcome& outcome, std::string const& name, Findings const& find
         outcome.Add(FindingLine(name, finding), finding.m_severity == Severity::Error ? 1 : 0);
 }
 
-int WorkOnAll(std::vector<std::string> const& files, std::int64_t jobs, std::filesystem::path const& folder,
+int WorkOnAll(std::vector<std::string> const& files, std::int64_t jobs, std::string const& folder,
               std::function<Outcome(std::size_t)> const& work, std::vector<Row>& rows) {
     if (!folder.empty())
-        std::filesystem::create_directories(folder);
+        std::filesystem::create_directories(PathOf(folder));
     std::size_t const cores = std::max(1u, std::thread::hardware_concurrency());
     Progress progress("done", files.size());
     int status = 0;
@@ -137,7 +137,7 @@ int WorkOnAll(std::vector<std::string> const& files, std::int64_t jobs, std::fil
         for (std::string const& trouble : outcome.m_troubles)
             Trouble(trouble);
         for (auto const& [name, content] : outcome.m_files)
-            WriteFile(folder / name, content);
+            WriteFile((PathOf(folder) / PathOf(name)).u8string(), content);
         std::move(outcome.m_rows.begin(), outcome.m_rows.end(), std::back_inserter(rows));
         status = std::max(status, outcome.m_status);
         progress.Step();

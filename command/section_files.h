@@ -6,7 +6,6 @@
 #include "sectrix_tools/checks/finding.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <vector>
@@ -79,7 +78,7 @@ void AddFindings(Outcome& outcome, std::string const& name, SectrixTools::Findin
 /// \param folder  where files go, which is made; empty where there are none.
 /// \param rows    receives the rows.
 /// \returns the greatest status.
-int WorkOnAll(std::vector<std::string> const& files, std::int64_t jobs, std::filesystem::path const& folder,
+int WorkOnAll(std::vector<std::string> const& files, std::int64_t jobs, std::string const& folder,
               std::function<Outcome(std::size_t)> const& work, std::vector<Row>& rows);
 
 } // namespace qel::SectrixCommand

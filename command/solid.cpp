@@ -102,7 +102,7 @@ void Draw(std::vector<NamedMesh> const& meshes, SolidOptions const& options, Out
     panels.reserve(meshes.size());
     for (auto const& [name, mesh] : meshes)
         panels.push_back({name, mesh.m_points, {mesh.m_triangles.begin(), mesh.m_triangles.end()}, {}});
-    std::string const title = std::filesystem::path(options.m_picture).stem().string();
+    std::string const title = PathOf(options.m_picture).stem().u8string();
     auto drawing = SectrixTools::DrawTriangles(panels, title, options.m_reading.m_unit);
     AddFindings(outcome, options.m_picture, drawing.m_findings);
     if (!drawing.m_svg.empty())
