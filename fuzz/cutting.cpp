@@ -34,7 +34,7 @@ public:
 };
 
 /// What hosts have, what is hard to cut, and what no host should have, mostly of few vertices. Large ones lie on
-/// both sides of each size from which something is indexed: rings of 48 and of 128 vertices, 40,000 pairs of hole
+/// both sides of each size from which something is indexed: rings of 48 and of 128 vertices, 65,000 pairs of hole
 /// and edge.
 shapes::Shape MakeShape(shapes::Random& random) {
     bool const isLarge = shapes::Below(random, 8) == 0;
@@ -70,7 +70,7 @@ shapes::Shape SubnormalHoles() {
     double const unit = 5e-324;
     shapes::Shape shape;
     shape.AddLoop({{0, 0}, {460 * unit, 0.0021}, {470 * unit, 0}, {470 * unit, 0.0021}});
-    for (int hole = 0; hole < 101; ++hole)
+    for (int hole = 0; hole < 130; ++hole)
         shape.AddLoop({{1e-307, 0.0011}});
     return shape;
 }

@@ -7,11 +7,9 @@ namespace qel::Sectrix {
 
 Loop::Loop() : m_positions(&m_emptyPositions) {}
 
-Loop::Loop(CSPositions const& pool, bool fill) : m_positions(&pool) {
-    if (!fill)
-        return;
-    m_vertices.reserve(static_cast<std::size_t>(pool.Count()));
-    for (int index = 0; index < pool.Count(); ++index)
+void Loop::Fill() {
+    m_vertices.reserve(static_cast<std::size_t>(m_positions->Count()));
+    for (int index = 0; index < m_positions->Count(); ++index)
         m_vertices.emplace_back(index, true);
 }
 

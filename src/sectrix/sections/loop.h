@@ -17,6 +17,8 @@ class Dom;
 
 namespace Sectrix {
 
+class HoleMerger;
+
 /// A corner of a loop: the index of a position, and whether the edge that arrives here lies on the section's
 /// outline.
 class SECTRIX_EXPORT Vertex {
@@ -63,7 +65,10 @@ public:
     Loop();
     /// A loop over `pool`. With `fill` true it runs once through all positions that the pool holds at this moment,
     /// in pool order, every flag true; with `fill` false it is empty.
-    Loop(CSPositions const& pool, bool fill);
+    Loop(CSPositions const& pool, bool fill) : m_positions(&pool) {
+        if (fill)
+            Fill();
+    }
     /// A copy over the same pool.
     Loop(Loop const& other) = default;
     /// A copy over `pool`, with the indices taken as they are: `pool` must hold the same positions under them.
@@ -179,6 +184,7 @@ public:
 
 private:
     friend class CrossSection;
+    friend class HoleMerger;
 
     // Where the members stand that are not in loop.cpp:
     //   From, To                           section_document.cpp
@@ -187,6 +193,8 @@ private:
     //   Dump                               dump.cpp
 
     bool HasPlace(int place) const { return place >= 0 && static_cast<std::size_t>(place) < m_vertices.size(); }
+    /// Appends a vertex for each position of the pool.
+    void Fill();
     /// What `LeftMostVertex` works out.
     int FindLeftMost() const;
     /// Marks the list as changed.

@@ -59,10 +59,10 @@ void CrossSection::BuildConvexLoops() const {
     }
 
     m_convexLoops.reserve(count + ends.size());
-    auto begin = pieces.begin();
+    auto const* begin = pieces.data();
     for (auto const end : ends) {
-        auto const next = pieces.begin() + static_cast<std::ptrdiff_t>(end);
-        AddConvexLoop().m_vertices.assign(begin, next);
+        auto const* const next = pieces.data() + end;
+        m_convexLoops.emplace_back(*m_positions, false).m_vertices = std::vector<Vertex>(begin, next);
         begin = next;
     }
 }

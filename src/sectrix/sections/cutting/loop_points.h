@@ -11,12 +11,13 @@
 
 namespace qel::Sectrix {
 
-/// Puts the points that vertices have in a pool into `points`, the origin for what is not in it; false where there
+/// Appends the points that vertices have in a pool to `points`, the origin for what is not in it; false where there
 /// is such a vertex.
-inline bool ReadPoints(std::vector<Vertex> const& vertices, CSPositions const& pool,
-                       Scratch::List<Vec<2, double>>& points) {
-    points.resize(vertices.size());
-    auto* point = points.data();
+inline bool AppendPoints(std::vector<Vertex> const& vertices, CSPositions const& pool,
+                         Scratch::List<Vec<2, double>>& points) {
+    auto const first = points.size();
+    points.resize(first + vertices.size());
+    auto* point = points.data() + first;
     bool isWhole = true;
     for (auto const& vertex : vertices) {
         bool found = false;
@@ -26,6 +27,13 @@ inline bool ReadPoints(std::vector<Vertex> const& vertices, CSPositions const& p
         isWhole = isWhole && found;
     }
     return isWhole;
+}
+
+/// Puts the points there in place of what `points` held.
+inline bool ReadPoints(std::vector<Vertex> const& vertices, CSPositions const& pool,
+                       Scratch::List<Vec<2, double>>& points) {
+    points.clear();
+    return AppendPoints(vertices, pool, points);
 }
 
 } // namespace qel::Sectrix
