@@ -184,7 +184,6 @@ private:
             m_holes.clear();
         else
             m_leftMostX = At(leftMost)[0];
-        m_outlineLast = outline.m_lastNode;
         return isSettled;
     }
 
@@ -215,14 +214,8 @@ private:
     }
 
     bool HasFinitePoints() const {
-        auto const areFinite = [this](int first, int last) {
-            return std::all_of(&At(first), &At(last) + 1, [](Point const& point) {
-                return std::isfinite(point[0]) && std::isfinite(point[1]);
-            });
-        };
-        return areFinite(0, m_outlineLast) && std::all_of(m_holes.begin(), m_holes.end(), [&](Hole const& hole) {
-                   return areFinite(hole.m_firstNode, hole.m_lastNode);
-               });
+        return std::all_of(m_points.begin(), m_points.end(),
+                           [](Point const& point) { return std::isfinite(point[0]) && std::isfinite(point[1]); });
     }
 
     void PrepareIndex() {
@@ -334,19 +327,16 @@ private:
             fromTheirs = Next(fromTheirs);
             if (fromTheirs == m_first)
                 return true;
-            if (fromMine == m_first)
+            if (fromMine == m_first || fromTheirs == mine)
                 return false;
             if (fromMine == theirs)
                 return true;
-            if (fromTheirs == mine)
-                return false;
         }
     }
 
     /// Puts a new vertex where the foot lies, and returns it.
     int Split(Foot const& foot) {
-        auto& start = EdgeStart(foot.m_edge);
-        int const before = std::exchange(start, -1);
+        int const before = std::exchange(EdgeStart(foot.m_edge), -1);
         int const behind = Next(before);
         int const node =
             AddNode(foot.m_point, Vertex(m_firstNewIndex + static_cast<int>(m_feet.size()), true), behind);
@@ -454,8 +444,6 @@ private:
     Scratch::List<Link> m_links;
     /// The first node of the outline.
     int m_first = 0;
-    /// The last node of the outline as it was read.
-    int m_outlineLast = 0;
     /// By edge, the node at which it begins, -1 once it has been split, and the height there. The height of its end
     /// comes next: edges are made in runs, and behind each run stands the height of its last end, with -1.
     /// At 0 stands no edge.
