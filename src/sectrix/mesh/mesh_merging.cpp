@@ -37,6 +37,15 @@ std::uint64_t Piece(double x) {
     return number;
 }
 
+/// Asks for the memory at an address, to be read soon: a hint, which changes nothing but time.
+void Prefetch(void const* address) {
+#if defined(__GNUC__)
+    __builtin_prefetch(address);
+#else
+    static_cast<void>(address);
+#endif
+}
+
 /// One merging: the positions that are kept, and the search for the first of them that is near to another one.
 ///
 /// A few are searched one after the other, more through a hash grid: buckets, each the list of the kept positions
@@ -141,8 +150,8 @@ private:
             Position const& position = m_positions[i];
             Hash const hash = Mixed(Term(position.X(), 0), Term(position.Y(), 1), Term(position.Z(), 2));
             m_hashes[i % m_hashes.size()] = hash;
-            __builtin_prefetch(&BucketOf(hash));
-            __builtin_prefetch(&m_positions[std::min(i + kAhead, m_positions.size() - 1)]);
+            Prefetch(&BucketOf(hash));
+            Prefetch(&m_positions[std::min(i + kAhead, m_positions.size() - 1)]);
         }
     }
 
@@ -154,7 +163,7 @@ private:
             bool const isThere = entry != kNone;
             bool const hasHash = HasHash(entry, hash);
             m_remap[i] = (isThere & hasHash) ? entry & m_indexBits : 0;
-            __builtin_prefetch(m_kept.data() + m_remap[i]);
+            Prefetch(m_kept.data() + m_remap[i]);
         }
     }
 
@@ -198,7 +207,7 @@ private:
         for (unsigned cell = 0; cell < unknown.m_cells.size(); ++cell) {
             Hash const hash = Mixed(terms[0][cell & 1], terms[1][cell >> 1 & 1], terms[2][cell >> 2]);
             unknown.m_cells[cell] = hash;
-            __builtin_prefetch(&BucketOf(hash));
+            Prefetch(&BucketOf(hash));
         }
     }
 
