@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds and tests the project for every platform that a Debian 12 machine can build for, and compares what each of them
-# says to the last bit: cmake/platforms.sh [NAME...], without names for all. Installs what is missing. Prints a table,
+# Builds and tests the project for each platform in cmake/platforms/ on a Debian 12 machine, and compares what all of them
+# say to the last bit: cmake/platforms.sh [NAME...], without names for all. Installs what is missing. Prints a table,
 # and fails where a test fails or a hash differs. Works in build/platforms/NAME, which has the log.
 #
 # A platform NAME is cmake/platforms/NAME.sh, with its packages in the section [NAME] of debian-packages.txt. That file is
